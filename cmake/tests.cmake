@@ -1,0 +1,38 @@
+# SPDX-FileCopyrightText: Quirn contributors
+# SPDX-License-Identifier: GPL-3.0-or-later
+
+# Every tests/**/*_test.cpp and the shared tests/support/*.cpp in one program, quirn_tests.
+
+file(GLOB_RECURSE tests CONFIGURE_DEPENDS "${PROJECT_SOURCE_DIR}/tests/*_test.cpp")
+file(GLOB_RECURSE support CONFIGURE_DEPENDS "${PROJECT_SOURCE_DIR}/tests/support/*.cpp")
+find_package(GTest QUIET)
+if(NOT BUILD_TESTING OR NOT GTest_FOUND OR NOT tests OR NOT TARGET quirn)
+  return()
+endif()
+
+get_property(layers GLOBAL PROPERTY QUIRN_LAYERS)
+add_executable(quirn_tests ${tests} ${support})
+add_dependencies(quirn_tests quirn)
+target_include_directories(quirn_tests PRIVATE "${PROJECT_SOURCE_DIR}/tests")
+# For support/ alone: a path of this folder in every command would keep a fresh clone from using
+# the compiler cache of another.
+set_property(SOURCE ${support} APPEND PROPERTY COMPILE_DEFINITIONS
+             "QUIRN_PROGRAM=\"$<TARGET_FILE:quirn>\"" "QUIRN_SOURCE_DIR=\"${PROJECT_SOURCE_DIR}\"")
+target_link_libraries(quirn_tests PRIVATE ${layers} GTest::gmock GTest::gtest_main)
+target_precompile_headers(
+  quirn_tests PRIVATE
+  <algorithm> <array> <filesystem> <functional> <map> <memory> <optional> <span> <string>
+  <string_view> <vector> <fmt/format.h> <gmock/gmock.h> <gtest/gtest.h>)
+
+if(QUIRN_SANITIZE)
+  # One process per case would spend most of its time starting the sanitizer.
+  foreach(shard RANGE 3)
+    add_test(NAME quirn_tests.shard${shard} COMMAND quirn_tests --gtest_brief=1)
+    set_tests_properties(quirn_tests.shard${shard} PROPERTIES TIMEOUT 1200
+      ENVIRONMENT "GTEST_TOTAL_SHARDS=4;GTEST_SHARD_INDEX=${shard}")
+  endforeach()
+else()
+  include(GoogleTest)
+  gtest_discover_tests(quirn_tests DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 60 NO_PRETTY_VALUES
+                       PROPERTIES TIMEOUT 120)
+endif()

@@ -1,0 +1,170 @@
+// SPDX-FileCopyrightText: Quirn contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "cli/command_line.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <utility>
+
+#include "cli/options.h"
+#include "core/input_file.h"
+#include "core/nearest_name.h"
+
+namespace quirn::cli {
+namespace {
+
+struct HelpArguments {
+  std::string topic;
+};
+
+// The arguments of all commands; one parse fills those of one.
+struct Parsed {
+  RunArguments run;
+  ListArguments list;
+  DescribeArguments describe;
+  SuggestArguments suggest;
+  HelpArguments help;
+};
+
+Option jsonOption(bool& json) {
+  return {"--json", "", "Print JSON, on one line", [&json](const std::string&) { json = true; }};
+}
+
+[[noreturn]] void refuseArgument(std::string_view command, std::string_view argument) {
+  throw UsageError(
+      fmt::format("“{1}” is one argument too many. See “quirn help {0}”.", command, argument));
+}
+
+// For a command that takes one argument.
+std::function<void(std::string)> only(std::string command, std::string& target) {
+  return [command = std::move(command), &target](std::string argument) {
+    if (!target.empty()) refuseArgument(command, argument);
+    target = std::move(argument);
+  };
+}
+
+CommandSyntax runSyntax(RunArguments& run) {
+  return {
+      .name = "run",
+      .arguments = "OPERATION [FILE]...",
+      .summary = "Run an operation on files and print the path of each output",
+      .options = {{"--out", "DIR", "Put outputs in this folder instead of beside their inputs",
+                   [&run](const std::string& folder) { run.out = located(folder); }},
+                  {"--set", "KEY=VALUE", "Change a setting; “quirn describe OPERATION” names them",
+                   [&run](std::string setting) { run.settings.push_back(std::move(setting)); }},
+                  jsonOption(run.json),
+                  {"--quiet", "", "Show no progress",
+                   [&run](const std::string&) { run.quiet = true; }, "-q"},
+                  {"--verbose", "", "Tell more about an error",
+                   [&run](const std::string&) { run.verbose = true; }, "-v"}},
+      .addArgument =
+          [&run](std::string argument) {
+            if (run.operation.empty()) {
+              run.operation = std::move(argument);
+            } else {
+              run.files.emplace_back(std::move(argument));
+            }
+          },
+      .more =
+          "Exit status: 0 all inputs done, 1 a failure, 2 wrong use, 130 interrupted.\n\n"
+          "Example: quirn run text.hash-files --set algorithm=sha512 --out sums a.iso b.iso"};
+}
+
+CommandSyntax listSyntax(ListArguments& list) {
+  return {.name = "list",
+          .arguments = "",
+          .summary = "List all operations",
+          .options = {{"--category", "CATEGORY", "Only those of this category",
+                       [&list](std::string category) { list.category = std::move(category); }},
+                      jsonOption(list.json)},
+          .addArgument = [](const std::string& argument) { refuseArgument("list", argument); },
+          .more = ""};
+}
+
+CommandSyntax describeSyntax(DescribeArguments& describe) {
+  return {.name = "describe",
+          .arguments = "OPERATION",
+          .summary = "Tell what an operation does, accepts and can be set to",
+          .options = {jsonOption(describe.json)},
+          .addArgument = only("describe", describe.operation),
+          .more = ""};
+}
+
+CommandSyntax suggestSyntax(SuggestArguments& suggest) {
+  return {
+      .name = "suggest",
+      .arguments = "FILE...",
+      .summary = "List the operations that can run on exactly these files",
+      .options = {jsonOption(suggest.json)},
+      .addArgument = [&suggest](std::string file) { suggest.files.emplace_back(std::move(file)); },
+      .more = ""};
+}
+
+CommandSyntax helpSyntax(HelpArguments& help) {
+  return {.name = "help",
+          .arguments = "[COMMAND]",
+          .summary = "Print the help, or that on a command",
+          .options = {},
+          .addArgument = only("help", help.topic),
+          .more = ""};
+}
+
+std::vector<CommandSyntax> allCommands(Parsed& parsed) {
+  return {runSyntax(parsed.run), listSyntax(parsed.list), describeSyntax(parsed.describe),
+          suggestSyntax(parsed.suggest), helpSyntax(parsed.help)};
+}
+
+const CommandSyntax& commandNamed(const std::vector<CommandSyntax>& commands,
+                                  const std::string& name) {
+  const auto found = std::ranges::find(commands, name, &CommandSyntax::name);
+  if (found != commands.end()) return *found;
+  std::vector<std::string> names;
+  for (const CommandSyntax& command : commands) names.push_back(command.name);
+  throw UsageError(fmt::format("There is no command “{}”. Accepted: {}.{}", name,
+                               fmt::join(names, ", "), didYouMean(name, names)));
+}
+
+void require(bool given, std::string_view command, std::string_view what) {
+  if (!given)
+    throw UsageError(fmt::format("“quirn {0}” needs {1}. See “quirn help {0}”.", command, what));
+}
+
+Command chosen(Parsed parsed, const std::vector<CommandSyntax>& commands, const std::string& name) {
+  if (name == "run") {
+    require(!parsed.run.operation.empty(), name, "an operation");
+    return std::move(parsed.run);
+  }
+  if (name == "list") return std::move(parsed.list);
+  if (name == "describe") {
+    require(!parsed.describe.operation.empty(), name, "an operation");
+    return std::move(parsed.describe);
+  }
+  if (name == "suggest") {
+    require(!parsed.suggest.files.empty(), name, "a file");
+    return std::move(parsed.suggest);
+  }
+  const std::string& topic = parsed.help.topic;
+  return Printout{topic.empty() ? helpOnAll(commands) : helpOn(commandNamed(commands, topic))};
+}
+
+}  // namespace
+
+Command parseCommandLine(std::span<const std::string> words) {
+  Parsed parsed;
+  const std::vector<CommandSyntax> commands = allCommands(parsed);
+  const std::string first = words.empty() ? "--help" : words.front();
+  if (first == "--help" || first == "-h") return Printout{helpOnAll(commands)};
+  if (first == "--version") return Printout{fmt::format("quirn {}\n", QUIRN_VERSION)};
+  if (first.starts_with('-')) {
+    throw UsageError(
+        fmt::format("There is no option “{}”. Accepted: --help, --version.{}", first,
+                    didYouMean(first, std::vector<std::string>{"--help", "--version"})));
+  }
+  const CommandSyntax& command = commandNamed(commands, first);
+  if (parseWords(command, words.subspan(1))) return Printout{helpOn(command)};
+  return chosen(std::move(parsed), commands, command.name);
+}
+
+}  // namespace quirn::cli

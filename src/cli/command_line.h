@@ -1,0 +1,29 @@
+// SPDX-FileCopyrightText: Quirn contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+// The program's command line: which commands there are, what they take, and their help.
+
+#pragma once
+
+#include <span>
+#include <string>
+#include <variant>
+
+#include "cli/catalog_commands.h"
+#include "cli/run_command.h"
+
+namespace quirn::cli {
+
+// Text to be printed: help or the version.
+struct Printout {
+  std::string text;
+};
+
+using Command =
+    std::variant<Printout, RunArguments, ListArguments, DescribeArguments, SuggestArguments>;
+
+// `words` are those behind the program's name. Throws UsageError, whose message names what is
+// accepted.
+Command parseCommandLine(std::span<const std::string> words);
+
+}  // namespace quirn::cli

@@ -1,0 +1,176 @@
+// SPDX-FileCopyrightText: Quirn contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "core/local_context.h"
+
+#include <algorithm>
+#include <system_error>
+
+#include "core/output_name.h"
+#include "core/safe_path.h"
+
+namespace quirn {
+namespace fs = std::filesystem;
+namespace {
+
+// Each waiting output and each open folder holds a descriptor.
+constexpr std::size_t mostWaiting = 4096;
+constexpr std::size_t mostFolders = 64;
+
+}  // namespace
+
+class LocalContext::Output final : public StagedOutput {
+ public:
+  Output(LocalContext& context, OutputName name, platform::StagedFile file)
+      : context_(context), name_(std::move(name)), file_(std::move(file)) {}
+
+  int descriptor() const override { return file_.descriptor(); }
+  const fs::path& url() const override { return name_.url; }
+  OutputFile publish(OutputRole role) override {
+    return context_.handOver(name_, std::move(file_), role);
+  }
+
+ private:
+  LocalContext& context_;
+  OutputName name_;
+  platform::StagedFile file_;
+};
+
+InputHandle LocalContext::open(const InputFile& input) {
+  try {
+    return {platform::ReadableFile::open(input.url), input.url};
+  } catch (const std::system_error& error) {
+    throw OperationError::readFailed(
+        input.url, std::string("Couldn't open the file for reading. ") + error.what());
+  }
+}
+
+Neighbour LocalContext::openNeighbour(const InputFile& input, const fs::path& name) {
+  const fs::path folder = input.url.parent_path();
+  const auto inside = pathInside(folder, name);
+  if (!inside) return {Neighbour::Place::outside, std::nullopt};
+  try {
+    return {Neighbour::Place::here,
+            InputHandle(platform::ReadableFile::openBeneath(folder, *inside), folder / *inside)};
+  } catch (const std::system_error& error) {
+    if (error.code() == std::errc::cross_device_link)
+      return {Neighbour::Place::outside, std::nullopt};
+    const bool missing = error.code() == std::errc::no_such_file_or_directory ||
+                         error.code() == std::errc::not_a_directory;
+    if (missing) return {Neighbour::Place::missing, std::nullopt};
+    throw OperationError::readFailed(
+        folder / *inside, std::string("Couldn't open the file for reading. ") + error.what());
+  }
+}
+
+std::vector<InputFile> LocalContext::enumerate(const InputFile& folder) {
+  try {
+    std::vector<fs::path> paths;
+    for (const fs::directory_entry& entry : fs::recursive_directory_iterator(folder.url)) {
+      checkCancellation();
+      if (entry.symlink_status().type() == fs::file_type::regular) paths.push_back(entry.path());
+    }
+    std::ranges::sort(paths);
+    return takeIn(paths).files;
+  } catch (const fs::filesystem_error& error) {
+    throw OperationError::readFailed(error.path1(), error.what());
+  }
+}
+
+LocalContext::Folder LocalContext::outputFolder(const fs::path& path) {
+  const std::scoped_lock guard(mutex_);
+  if (const auto known = folders_.find(path); known != folders_.end()) return known->second;
+  if (folders_.size() >= mostFolders) folders_.clear();
+  const auto folder = std::make_shared<const platform::OutputFolder>(path);
+  folder->sweepLeftovers();
+  return folders_[path] = folder;
+}
+
+std::unique_ptr<StagedOutput> LocalContext::stage(const InputFile& input, std::string_view suffix,
+                                                  std::string_view extension) {
+  const fs::path path = outputDirectory().value_or(input.url.parent_path());
+  OutputName name{input.stem(), std::string(suffix), std::string(extension), {}};
+  name.url = uniqueOutputURL(path, name.stem, name.suffix, name.extension);
+  try {
+    auto file = platform::StagedFile::create(outputFolder(path));
+    return std::make_unique<Output>(*this, std::move(name), std::move(file));
+  } catch (const std::system_error& error) {
+    throw OperationError::writeFailed(name.url, error.what());
+  }
+}
+
+OutputFile LocalContext::handOver(OutputName name, platform::StagedFile file, OutputRole role) {
+  OutputFile output{platform::Uuid::random(), name.url, role};
+  std::size_t waiting = 0;
+  {
+    const std::scoped_lock guard(mutex_);
+    handedOver_.push_back({output, std::move(name), std::move(file)});
+    waiting = handedOver_.size();
+  }
+  if (waiting >= mostWaiting) publishStaged();
+  return output;
+}
+
+void LocalContext::publishStaged() {
+  std::vector<HandedOver> group;
+  bool manyFolders = false;
+  {
+    const std::scoped_lock guard(mutex_);
+    group.swap(handedOver_);
+    manyFolders = unflushedFolders_.size() >= mostFolders;
+  }
+  if (manyFolders) flushFolders();
+  std::vector<const platform::StagedFile*> files;
+  for (const HandedOver& item : group) files.push_back(&item.file);
+  const std::vector<std::error_code> errors = platform::flushAll(files);
+  for (std::size_t i = 0; i < group.size(); ++i) publish(std::move(group[i]), errors[i]);
+}
+
+void LocalContext::publish(HandedOver item, std::error_code flushError) {
+  std::variant<fs::path, OperationError> outcome;
+  OutputName& name = item.name;
+  try {
+    if (flushError) throw std::system_error(flushError);
+    while (!item.file.publishAs(name.url.filename().string())) {
+      name.url = uniqueOutputURL(name.url.parent_path(), name.stem, name.suffix, name.extension);
+    }
+    outcome = name.url;
+  } catch (const std::system_error& error) {
+    outcome = OperationError::writeFailed(name.url, error.what());
+  }
+  const std::scoped_lock guard(mutex_);
+  outcomes_.emplace(item.output.id, std::move(outcome));
+  unflushedFolders_.insert(item.file.folder());
+}
+
+OutputFile LocalContext::published(OutputFile output) {
+  const std::scoped_lock guard(mutex_);
+  const auto outcome = outcomes_.find(output.id);
+  if (outcome == outcomes_.end()) return output;
+  if (const auto* error = std::get_if<OperationError>(&outcome->second))
+    throw OperationError(*error);
+  output.url = std::get<fs::path>(outcome->second);
+  return output;
+}
+
+void LocalContext::finish() {
+  publishStaged();
+  flushFolders();
+}
+
+void LocalContext::flushFolders() {
+  std::set<Folder> folders;
+  {
+    const std::scoped_lock guard(mutex_);
+    folders.swap(unflushedFolders_);
+  }
+  for (const Folder& folder : folders) {
+    try {
+      folder->flush();
+    } catch (const std::system_error& error) {
+      throw OperationError::writeFailed(folder->path(), error.what());
+    }
+  }
+}
+
+}  // namespace quirn

@@ -1,0 +1,74 @@
+// SPDX-FileCopyrightText: Quirn contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+// The context of a run in this process: it opens files itself.
+//
+// Outputs are published in groups. Waiting for the disk once per output would cost more than making
+// it; so what the workers hand over is kept unnamed until the driver, between two results, flushes
+// all of it together and then names it; a worker does so itself when too much has gathered. A
+// program that is killed, or a machine that loses power, leaves whole files under their names or
+// none.
+
+#pragma once
+
+#include <map>
+#include <memory>
+#include <mutex>
+#include <set>
+#include <string>
+#include <system_error>
+#include <variant>
+#include <vector>
+
+#include "core/operation_context.h"
+#include "core/operation_error.h"
+#include "platform/staged_file.h"
+
+namespace quirn {
+
+class LocalContext final : public OperationContext {
+ public:
+  using OperationContext::OperationContext;
+
+  InputHandle open(const InputFile& input) override;
+  Neighbour openNeighbour(const InputFile& input, const std::filesystem::path& name) override;
+  std::vector<InputFile> enumerate(const InputFile& folder) override;
+  std::unique_ptr<StagedOutput> stage(const InputFile& input, std::string_view suffix,
+                                      std::string_view extension) override;
+  void publishStaged() override;
+  OutputFile published(OutputFile output) override;
+  void finish() override;
+
+ private:
+  class Output;
+
+  // A name that was asked for, so that the next free one can be found should another program take
+  // it.
+  struct OutputName {
+    std::string stem;
+    std::string suffix;
+    std::string extension;
+    std::filesystem::path url;
+  };
+  struct HandedOver {
+    OutputFile output;
+    OutputName name;
+    platform::StagedFile file;
+  };
+
+  using Folder = std::shared_ptr<const platform::OutputFolder>;
+
+  Folder outputFolder(const std::filesystem::path& path);
+  OutputFile handOver(OutputName name, platform::StagedFile file, OutputRole role);
+  void publish(HandedOver item, std::error_code flushError);
+  void flushFolders();
+
+  std::mutex mutex_;
+  // All guarded by mutex_.
+  std::map<std::filesystem::path, Folder> folders_;  // opened and swept
+  std::set<Folder> unflushedFolders_;                // with names that a power cut could still take
+  std::vector<HandedOver> handedOver_;
+  std::map<platform::Uuid, std::variant<std::filesystem::path, OperationError>> outcomes_;
+};
+
+}  // namespace quirn

@@ -1,0 +1,62 @@
+// SPDX-FileCopyrightText: Quirn contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "core/output_name.h"
+
+#include <fmt/format.h>
+
+#include <mutex>
+#include <string>
+#include <unordered_set>
+
+#include "platform/text.h"
+
+namespace quirn {
+namespace fs = std::filesystem;
+namespace {
+
+constexpr std::size_t longestName = 255;  // bytes, on every common file system
+
+// The names given out since the process began. It only grows.
+struct ReservedOutputPaths {
+  std::mutex mutex;
+  std::unordered_set<std::string> paths;  // guarded by mutex
+};
+
+ReservedOutputPaths& reservedOutputPaths() {
+  static ReservedOutputPaths reserved;
+  return reserved;
+}
+
+// A folder that can't be looked into has no name taken: the writing that follows says what is
+// wrong.
+bool isTaken(const fs::path& path) {
+  std::error_code unknown;
+  return fs::exists(fs::symlink_status(path, unknown));
+}
+
+std::string outputName(std::string_view stem, std::string_view suffix, std::string_view extension,
+                       int number) {
+  std::string rest = fmt::format(" ({})", suffix);
+  if (number > 0) rest += fmt::format(" ({})", number);
+  if (!extension.empty()) rest += fmt::format(".{}", extension);
+  const std::size_t room = rest.size() < longestName ? longestName - rest.size() : 0;
+  return std::string(platform::utf8Prefix(stem, room)) + rest;
+}
+
+}  // namespace
+
+fs::path uniqueOutputURL(const fs::path& folder, std::string_view stem, std::string_view suffix,
+                         std::string_view extension) {
+  ReservedOutputPaths& reserved = reservedOutputPaths();
+  const std::scoped_lock guard(reserved.mutex);
+  for (int number = 0;; ++number) {
+    fs::path candidate = folder / outputName(stem, suffix, extension, number);
+    std::string standardised = candidate.lexically_normal().string();
+    if (reserved.paths.contains(standardised) || isTaken(candidate)) continue;
+    reserved.paths.insert(std::move(standardised));
+    return candidate;
+  }
+}
+
+}  // namespace quirn

@@ -1,0 +1,234 @@
+// SPDX-FileCopyrightText: Quirn contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+// The settings of an operation, declared once beside its configuration record: an ordered list of
+// controls bound to the record's members, and the notes shown with them. The command line, its
+// help, the window's panel, validation and the JSON form all read this list.
+//
+//   struct HashFilesConfig : OperationConfig {
+//     HashAlgorithm algorithm = HashAlgorithm::sha256;
+//     static Panel panel() {
+//       return {choice<&HashFilesConfig::algorithm>("Algorithm", {{HashAlgorithm::sha256,
+//       "SHA-256"}, …})};
+//     }
+//   };
+
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <initializer_list>
+#include <optional>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+#include <type_traits>
+#include <utility>
+#include <variant>
+#include <vector>
+
+#include "core/reflection.h"
+#include "platform/json.h"
+
+namespace quirn {
+
+// A configuration record: a copyable struct whose members have their defaults as initialisers.
+struct OperationConfig {
+  OperationConfig() = default;
+  OperationConfig(const OperationConfig&) = default;
+  OperationConfig& operator=(const OperationConfig&) = default;
+  virtual ~OperationConfig() = default;
+};
+
+// A setting that was refused. The message names what is accepted.
+class SettingError final : public std::runtime_error {
+ public:
+  using std::runtime_error::runtime_error;
+};
+
+struct Range {
+  double lowest = 0;
+  double highest = 0;
+};
+
+struct Control {
+  enum class Kind { toggle, choice, stepper, slider, field };
+  struct Option {
+    std::string name;   // what scripts write: the enumerator's name
+    std::string label;  // what the window shows
+  };
+
+  Kind kind = Kind::toggle;
+  std::string key;  // the member's name
+  std::string label;
+  std::vector<Option> options;  // of a choice
+  Range legal;                  // of a stepper or slider: what is accepted
+  Range suggested;              // what the window's control spans, within `legal`
+  std::string unit;
+  std::string placeholder;  // of a field
+  std::function<std::string(const OperationConfig&)> read;
+  std::function<void(OperationConfig&, std::string_view)> write;  // throws SettingError
+  std::function<bool(const OperationConfig&)> isShown;            // empty: always
+
+  // "sha256, sha1, sha512, md5", "a whole number from 1 to 50", …
+  std::string accepted() const;
+
+  template <class Config>
+  Control shownWhen(bool (*condition)(const Config&)) && {
+    isShown = [condition](const OperationConfig& config) {
+      return condition(static_cast<const Config&>(config));
+    };
+    return std::move(*this);
+  }
+};
+
+// A sentence shown between the controls.
+struct Note {
+  std::string text;
+};
+
+class Panel {
+ public:
+  using Item = std::variant<Control, Note>;
+
+  Panel() = default;
+  Panel(std::initializer_list<Item> items) : items_(items) {}
+
+  const std::vector<Item>& items() const { return items_; }
+  std::vector<Control> controls() const;
+  std::vector<std::string> notes() const;
+
+  // Sets one member from text. `config` is of the record that declared this panel. Throws
+  // SettingError for an unknown key or a value that is not accepted.
+  void set(OperationConfig& config, std::string_view key, std::string_view value) const;
+
+  // The record as an object of its keys.
+  platform::JsonObject values(const OperationConfig& config) const;
+
+ private:
+  std::vector<Item> items_;
+};
+
+namespace detail {
+
+template <class>
+struct MemberTypes;
+template <class Config, class Value>
+struct MemberTypes<Value Config::*> {
+  using ConfigType = Config;
+  using ValueType = Value;
+};
+template <auto Member>
+using ConfigOf = typename MemberTypes<decltype(Member)>::ConfigType;
+template <auto Member>
+using ValueOf = typename MemberTypes<decltype(Member)>::ValueType;
+
+// A control bound to a member through two functions between its value and text. `parse` gives
+// nothing for text that is not accepted.
+template <auto Member, class Format, class Parse>
+Control bound(Control::Kind kind, std::string label, Format format, Parse parse) {
+  using Config = ConfigOf<Member>;
+  Control control;
+  control.kind = kind;
+  control.key = memberName<Member>();
+  control.label = std::move(label);
+  control.read = [format](const OperationConfig& config) {
+    return format(static_cast<const Config&>(config).*Member);
+  };
+  control.write = [parse](OperationConfig& config, std::string_view text) {
+    const auto value = parse(text);
+    if (!value) throw SettingError(std::string(text));
+    static_cast<Config&>(config).*Member = *value;
+  };
+  return control;
+}
+
+std::string formatNumber(double value);
+std::optional<std::int64_t> parseInteger(std::string_view text, Range legal);
+std::optional<double> parseNumber(std::string_view text, Range legal);
+
+}  // namespace detail
+
+template <auto Member>
+Control toggle(std::string label) {
+  static_assert(std::is_same_v<detail::ValueOf<Member>, bool>);
+  return detail::bound<Member>(
+      Control::Kind::toggle, std::move(label),
+      [](bool value) { return std::string(value ? "true" : "false"); },
+      [](std::string_view text) -> std::optional<bool> {
+        if (text != "true" && text != "false") return std::nullopt;
+        return text == "true";
+      });
+}
+
+// `options` pair every enumerator that may be chosen with its label.
+template <auto Member>
+Control choice(std::string label,
+               std::vector<std::pair<detail::ValueOf<Member>, std::string>> options) {
+  using Enum = detail::ValueOf<Member>;
+  std::vector<Enum> values;
+  std::vector<Control::Option> named;
+  for (auto& [value, optionLabel] : options) {
+    values.push_back(value);
+    named.push_back({std::string(enumeratorName(value)), std::move(optionLabel)});
+  }
+  Control control = detail::bound<Member>(
+      Control::Kind::choice, std::move(label),
+      [](Enum value) { return std::string(enumeratorName(value)); },
+      [values](std::string_view text) -> std::optional<Enum> {
+        for (const Enum value : values) {
+          if (enumeratorName(value) == text) return value;
+        }
+        return std::nullopt;
+      });
+  control.options = std::move(named);
+  return control;
+}
+
+struct NumberBounds {
+  Range legal;
+  std::optional<Range> suggested;  // without it, `legal`
+  std::string unit;
+};
+
+// A whole number.
+template <auto Member>
+Control stepper(std::string label, NumberBounds bounds) {
+  using Integer = detail::ValueOf<Member>;
+  static_assert(std::is_integral_v<Integer>);
+  Control control = detail::bound<Member>(
+      Control::Kind::stepper, std::move(label), [](Integer value) { return std::to_string(value); },
+      [legal = bounds.legal](std::string_view text) -> std::optional<Integer> {
+        const auto value = detail::parseInteger(text, legal);
+        return value ? std::optional(static_cast<Integer>(*value)) : std::nullopt;
+      });
+  control.legal = bounds.legal;
+  control.suggested = bounds.suggested.value_or(bounds.legal);
+  control.unit = std::move(bounds.unit);
+  return control;
+}
+
+// A number with a fraction.
+template <auto Member>
+Control slider(std::string label, NumberBounds bounds) {
+  static_assert(std::is_same_v<detail::ValueOf<Member>, double>);
+  Control control = detail::bound<Member>(
+      Control::Kind::slider, std::move(label), &detail::formatNumber,
+      [legal = bounds.legal](std::string_view text) { return detail::parseNumber(text, legal); });
+  control.legal = bounds.legal;
+  control.suggested = bounds.suggested.value_or(bounds.legal);
+  control.unit = std::move(bounds.unit);
+  return control;
+}
+
+template <auto Member>
+Control field(std::string label, std::string placeholder = {}) {
+  static_assert(std::is_same_v<detail::ValueOf<Member>, std::string>);
+  Control control = detail::bound<Member>(
+      Control::Kind::field, std::move(label), [](const std::string& value) { return value; },
+      [](std::string_view text) { return std::optional(std::string(text)); });
+  control.placeholder = std::move(placeholder);
+  return control;
+}
+
+}  // namespace quirn

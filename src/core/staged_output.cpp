@@ -1,0 +1,25 @@
+// SPDX-FileCopyrightText: Quirn contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "core/staged_output.h"
+
+#include <system_error>
+
+#include "core/operation_error.h"
+#include "platform/file_descriptor.h"
+
+namespace quirn {
+
+void StagedOutput::write(std::span<const std::byte> bytes) {
+  try {
+    platform::writeAll(descriptor(), bytes);
+  } catch (const std::system_error& error) {
+    throw OperationError::writeFailed(url(), error.what());
+  }
+}
+
+void StagedOutput::write(std::string_view text) {
+  write(std::as_bytes(std::span(text)));
+}
+
+}  // namespace quirn

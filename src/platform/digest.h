@@ -1,0 +1,34 @@
+// SPDX-FileCopyrightText: Quirn contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+// Message digests: SHA-2 (FIPS 180-4), SHA-1 and MD5 (RFC 1321). The last two are broken as
+// signatures and remain for lists that were made with them.
+
+#pragma once
+
+#include <cstddef>
+#include <memory>
+#include <span>
+#include <string>
+
+namespace quirn::platform {
+
+enum class DigestAlgorithm { sha256, sha1, sha512, md5 };
+
+class Digest {
+ public:
+  explicit Digest(DigestAlgorithm algorithm);
+
+  void update(std::span<const std::byte> bytes);
+
+  // The digest of all that was given, as lower-case hex digits. Ends this object's use.
+  std::string finishHex();
+
+ private:
+  struct Freeing {
+    void operator()(void* state) const;
+  };
+  std::unique_ptr<void, Freeing> state_;
+};
+
+}  // namespace quirn::platform

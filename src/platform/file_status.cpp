@@ -1,0 +1,18 @@
+// SPDX-FileCopyrightText: Quirn contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "platform/file_status.h"
+
+#include <sys/stat.h>
+
+namespace quirn::platform {
+
+FileStatus statusAt(const std::filesystem::path& path) {
+  struct stat status{};
+  if (::stat(path.c_str(), &status) != 0) return {};
+  if (S_ISDIR(status.st_mode)) return {FileStatus::Kind::folder, 0};
+  if (S_ISREG(status.st_mode)) return {FileStatus::Kind::file, status.st_size};
+  return {FileStatus::Kind::other, 0};
+}
+
+}  // namespace quirn::platform

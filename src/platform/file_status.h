@@ -1,0 +1,27 @@
+// SPDX-FileCopyrightText: Quirn contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+// What stands at a location, in one look.
+
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+
+namespace quirn::platform {
+
+struct FileStatus {
+  enum class Kind {
+    none,  // nothing, or nothing that can be looked at
+    file,
+    folder,
+    other,  // a pipe, socket or device
+  };
+  Kind kind = Kind::none;
+  std::int64_t size = 0;  // bytes, of a file
+};
+
+// Follows links. Opens nothing.
+FileStatus statusAt(const std::filesystem::path& path);
+
+}  // namespace quirn::platform

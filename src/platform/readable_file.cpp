@@ -1,0 +1,81 @@
+// SPDX-FileCopyrightText: Quirn contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "platform/readable_file.h"
+
+#include <fcntl.h>
+#include <linux/openat2.h>
+#include <sys/stat.h>
+#include <sys/syscall.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <system_error>
+
+namespace quirn::platform {
+namespace {
+
+// O_NONBLOCK: should a pipe take the file's place between the look and the opening, nothing hangs.
+constexpr int openFlags = O_RDONLY | O_CLOEXEC | O_NOCTTY | O_NONBLOCK;
+
+[[noreturn]] void refuse() {
+  errno = ENOTSUP;
+  throwErrno("not a regular file");
+}
+
+// The kernel resolves the name and keeps it inside the folder, in one step that nobody can race.
+FileDescriptor openInside(int folder, const char* name, int flags) {
+  open_how how{};
+  how.flags = static_cast<unsigned>(flags);
+  how.resolve = RESOLVE_BENEATH | RESOLVE_NO_MAGICLINKS;
+  return FileDescriptor(static_cast<int>(::syscall(SYS_openat2, folder, name, &how, sizeof how)));
+}
+
+}  // namespace
+
+ReadableFile::ReadableFile(FileDescriptor descriptor) : descriptor_(std::move(descriptor)) {
+  struct stat status{};
+  if (::fstat(descriptor_.number(), &status) != 0) throwErrno("fstat");
+  if (!S_ISREG(status.st_mode)) refuse();
+  size_ = status.st_size;
+}
+
+ReadableFile ReadableFile::open(const std::filesystem::path& path) {
+  struct stat status{};
+  if (::stat(path.c_str(), &status) != 0) throwErrno("stat");
+  if (!S_ISREG(status.st_mode)) refuse();
+  FileDescriptor descriptor(::open(path.c_str(), openFlags));
+  if (!descriptor) throwErrno("open");
+  return ReadableFile(std::move(descriptor));
+}
+
+ReadableFile ReadableFile::openBeneath(const std::filesystem::path& folder,
+                                       const std::filesystem::path& name) {
+  const FileDescriptor root(::open(folder.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
+  if (!root) throwErrno("open folder");
+  // A look that opens nothing comes first, as in open().
+  const FileDescriptor seen = openInside(root.number(), name.c_str(), O_PATH | O_CLOEXEC);
+  if (!seen) throwErrno("openat2");
+  struct stat status{};
+  if (::fstat(seen.number(), &status) != 0) throwErrno("fstat");
+  if (!S_ISREG(status.st_mode)) refuse();
+  FileDescriptor descriptor = openInside(root.number(), name.c_str(), openFlags);
+  if (!descriptor) throwErrno("openat2");
+  return ReadableFile(std::move(descriptor));
+}
+
+std::size_t ReadableFile::read(std::span<std::byte> bytes) {
+  ssize_t count = 0;
+  do {
+    count = ::read(descriptor_.number(), bytes.data(), bytes.size());
+  } while (count < 0 && errno == EINTR);
+  if (count < 0) throwErrno("read");
+  if (count == 0 && !bytes.empty() && position_ < size_) {
+    throw std::system_error(EIO, std::generic_category(),
+                            "the file became shorter while it was read");
+  }
+  position_ += count;
+  return static_cast<std::size_t>(count);
+}
+
+}  // namespace quirn::platform

@@ -1,0 +1,172 @@
+// SPDX-FileCopyrightText: Quirn contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "platform/staged_file.h"
+
+#include <dirent.h>
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdio>
+#include <map>
+#include <string_view>
+
+#include "platform/uuid.h"
+
+namespace quirn::platform {
+namespace {
+
+constexpr std::string_view hiddenPrefix = ".quirn-";
+constexpr std::string_view hiddenSuffix = ".partial";
+constexpr std::size_t uuidLength = 36;
+constexpr mode_t outputMode = 0666;  // less the umask
+
+// Below this many files, waiting for each is faster than waiting for whatever else their disk has
+// to write.
+constexpr std::size_t fewFiles = 16;
+
+bool isHiddenName(std::string_view name) {
+  return name.size() == hiddenPrefix.size() + uuidLength + hiddenSuffix.size() &&
+         name.starts_with(hiddenPrefix) && name.ends_with(hiddenSuffix);
+}
+
+bool lock(int descriptor) {
+  return ::flock(descriptor, LOCK_EX | LOCK_NB) == 0;
+}
+
+// True while `name` still leads to the open file: a sweep may have come between its creation and
+// its lock.
+bool isStillNamed(int folder, const std::string& name, int descriptor) {
+  struct stat named{};
+  struct stat opened{};
+  return ::fstatat(folder, name.c_str(), &named, AT_SYMLINK_NOFOLLOW) == 0 &&
+         ::fstat(descriptor, &opened) == 0 && named.st_dev == opened.st_dev &&
+         named.st_ino == opened.st_ino;
+}
+
+std::error_code flushDescriptor(int descriptor) {
+  return ::fsync(descriptor) == 0 ? std::error_code()
+                                  : std::error_code(errno, std::generic_category());
+}
+
+bool lacksUnnamedFiles(int error) {
+  // EISDIR is what file systems and kernels answer that don't know the flag.
+  return error == EOPNOTSUPP || error == EISDIR || error == EINVAL || error == ENOENT;
+}
+
+void removeIfAbandoned(int folder, const char* name) {
+  const FileDescriptor file(::openat(folder, name, O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
+  if (file && lock(file.number())) ::unlinkat(folder, name, 0);
+}
+
+// rename() that refuses to replace. Where the file system can't, a second link does the same; where
+// it has no links either (some network shares), the look before the rename leaves a gap that only
+// another program writing the very same name at the same moment could fall into.
+bool renameWithoutReplacing(int folder, const char* from, const char* to) {
+  if (::renameat2(folder, from, folder, to, RENAME_NOREPLACE) == 0) return true;
+  if (errno == EEXIST) return false;
+  if (errno != EINVAL && errno != ENOSYS) throwErrno("renameat2");
+  if (::linkat(folder, from, folder, to, 0) == 0) {
+    ::unlinkat(folder, from, 0);
+    return true;
+  }
+  if (errno == EEXIST) return false;
+  if (::faccessat(folder, to, F_OK, AT_SYMLINK_NOFOLLOW) == 0) return false;
+  if (::renameat(folder, from, folder, to) != 0) throwErrno("rename");
+  return true;
+}
+
+bool linkUnnamed(int descriptor, int folder, const char* name) {
+  const std::string source = "/proc/self/fd/" + std::to_string(descriptor);
+  if (::linkat(AT_FDCWD, source.c_str(), folder, name, AT_SYMLINK_FOLLOW) == 0) return true;
+  if (errno == EEXIST) return false;
+  throwErrno("linkat");
+}
+
+}  // namespace
+
+OutputFolder::OutputFolder(std::filesystem::path path) : path_(std::move(path)) {
+  if (!std::filesystem::is_directory(path_)) std::filesystem::create_directories(path_);
+  descriptor_ = FileDescriptor(::open(path_.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+  if (!descriptor_) throwErrno("open folder");
+}
+
+void OutputFolder::flush() const {
+  // Some file systems can't flush a folder and say EINVAL; their names are written with the file.
+  const std::error_code error = flushDescriptor(descriptor());
+  if (error && error.value() != EINVAL) throw std::system_error(error, "fsync folder");
+}
+
+void OutputFolder::sweepLeftovers() const {
+  const std::unique_ptr<DIR, int (*)(DIR*)> listing(::fdopendir(::dup(descriptor())), &::closedir);
+  if (!listing) return;
+  ::rewinddir(listing.get());
+  while (const dirent* entry = ::readdir(listing.get())) {
+    if (isHiddenName(entry->d_name)) removeIfAbandoned(descriptor(), entry->d_name);
+  }
+}
+
+StagedFile::StagedFile(std::shared_ptr<const OutputFolder> folder, FileDescriptor descriptor,
+                       std::string hiddenName)
+    : folder_(std::move(folder)),
+      descriptor_(std::move(descriptor)),
+      hiddenName_(std::move(hiddenName)) {}
+
+StagedFile StagedFile::create(std::shared_ptr<const OutputFolder> folder, Staging staging) {
+  constexpr int flags = O_WRONLY | O_CLOEXEC;
+  if (staging == Staging::unnamedWherePossible) {
+    FileDescriptor unnamed(::openat(folder->descriptor(), ".", O_TMPFILE | flags, outputMode));
+    if (unnamed) return {std::move(folder), std::move(unnamed), {}};
+    if (!lacksUnnamedFiles(errno)) throwErrno("open unnamed file");
+  }
+  for (;;) {
+    std::string name =
+        std::string(hiddenPrefix) + Uuid::random().text() + std::string(hiddenSuffix);
+    FileDescriptor hidden(
+        ::openat(folder->descriptor(), name.c_str(), O_CREAT | O_EXCL | flags, outputMode));
+    if (!hidden) throwErrno("open hidden file");
+    // A file system without locks is one whose leftovers are taken for abandoned only by the next
+    // run.
+    lock(hidden.number());
+    if (isStillNamed(folder->descriptor(), name, hidden.number())) {
+      return {std::move(folder), std::move(hidden), std::move(name)};
+    }
+  }
+}
+
+StagedFile::~StagedFile() {
+  if (folder_ && !hiddenName_.empty()) ::unlinkat(folder_->descriptor(), hiddenName_.c_str(), 0);
+}
+
+std::error_code StagedFile::flush() const {
+  return flushDescriptor(descriptor());
+}
+
+bool StagedFile::publishAs(const std::string& name) {
+  if (hiddenName_.empty()) return linkUnnamed(descriptor(), folder_->descriptor(), name.c_str());
+  if (!renameWithoutReplacing(folder_->descriptor(), hiddenName_.c_str(), name.c_str()))
+    return false;
+  hiddenName_.clear();
+  return true;
+}
+
+std::vector<std::error_code> flushAll(std::span<const StagedFile* const> files) {
+  std::map<dev_t, bool> wholeDeviceFlushed;
+  std::vector<std::error_code> errors;
+  errors.reserve(files.size());
+  for (const StagedFile* file : files) {
+    struct stat status{};
+    const bool many = files.size() > fewFiles && ::fstat(file->descriptor(), &status) == 0;
+    if (many && !wholeDeviceFlushed.contains(status.st_dev)) {
+      wholeDeviceFlushed[status.st_dev] = ::syncfs(file->descriptor()) == 0;
+    }
+    // A failed flush of the device doesn't tell whose data was lost; the files tell, one by one.
+    errors.push_back(many && wholeDeviceFlushed[status.st_dev] ? std::error_code() : file->flush());
+  }
+  return errors;
+}
+
+}  // namespace quirn::platform
