@@ -1,8 +1,8 @@
 # SPDX-FileCopyrightText: Quirn contributors
 # SPDX-License-Identifier: GPL-3.0-or-later
 
-# Every bench/*_bench.cpp in one program, quirn_bench, built on request. Only optimised code is worth
-# measuring.
+# Every bench/*_bench.cpp in one program, quirn_bench, built on request. Only optimised code is
+# worth measuring.
 
 file(GLOB_RECURSE benches CONFIGURE_DEPENDS "${PROJECT_SOURCE_DIR}/bench/*_bench.cpp")
 find_package(benchmark QUIET)
