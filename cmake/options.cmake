@@ -29,7 +29,7 @@ if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
   add_compile_options(-Wduplicated-cond -Wlogical-op -Wno-restrict)
 endif()
 if(CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
-  # Reports what libstdc++ 12 calls inside std::stable_sort; gcc still tells where our own code does.
+  # Reports what libstdc++ 12 calls inside std::stable_sort; gcc still tells of our own calls.
   add_compile_options(-Wno-deprecated-declarations)
 endif()
 if(QUIRN_WERROR)

@@ -33,8 +33,7 @@ Option jsonOption(bool& json) {
 }
 
 [[noreturn]] void refuseArgument(std::string_view command, std::string_view argument) {
-  throw UsageError(
-      fmt::format("“{1}” is one argument too many. See “quirn help {0}”.", command, argument));
+  throw UsageError(fmt::format("“{1}” is one argument too many. See “quirn help {0}”.", command, argument));
 }
 
 // For a command that takes one argument.
@@ -46,30 +45,28 @@ std::function<void(std::string)> only(std::string command, std::string& target) 
 }
 
 CommandSyntax runSyntax(RunArguments& run) {
-  return {
-      .name = "run",
-      .arguments = "OPERATION [FILE]...",
-      .summary = "Run an operation on files and print the path of each output",
-      .options = {{"--out", "DIR", "Put outputs in this folder instead of beside their inputs",
-                   [&run](const std::string& folder) { run.out = located(folder); }},
-                  {"--set", "KEY=VALUE", "Change a setting; “quirn describe OPERATION” names them",
-                   [&run](std::string setting) { run.settings.push_back(std::move(setting)); }},
-                  jsonOption(run.json),
-                  {"--quiet", "", "Show no progress",
-                   [&run](const std::string&) { run.quiet = true; }, "-q"},
-                  {"--verbose", "", "Tell more about an error",
-                   [&run](const std::string&) { run.verbose = true; }, "-v"}},
-      .addArgument =
-          [&run](std::string argument) {
-            if (run.operation.empty()) {
-              run.operation = std::move(argument);
-            } else {
-              run.files.emplace_back(std::move(argument));
-            }
-          },
-      .more =
-          "Exit status: 0 all inputs done, 1 a failure, 2 wrong use, 130 interrupted.\n\n"
-          "Example: quirn run text.hash-files --set algorithm=sha512 --out sums a.iso b.iso"};
+  return {.name = "run",
+          .arguments = "OPERATION [FILE]...",
+          .summary = "Run an operation on files and print the path of each output",
+          .options = {{"--out", "DIR", "Put outputs in this folder instead of beside their inputs",
+                       [&run](const std::string& folder) { run.out = located(folder); }},
+                      {"--set", "KEY=VALUE", "Change a setting; “quirn describe OPERATION” names them",
+                       [&run](std::string setting) { run.settings.push_back(std::move(setting)); }},
+                      jsonOption(run.json),
+                      {"--quiet", "", "Show no progress", [&run](const std::string&) { run.quiet = true; }, "-q"},
+                      {"--verbose", "", "Tell more about an error", [&run](const std::string&) { run.verbose = true; },
+                       "-v"}},
+          .addArgument =
+              [&run](std::string argument) {
+                if (run.operation.empty()) {
+                  run.operation = std::move(argument);
+                } else {
+                  run.files.emplace_back(std::move(argument));
+                }
+              },
+          .more =
+              "Exit status: 0 all inputs done, 1 a failure, 2 wrong use, 130 interrupted.\n\n"
+              "Example: quirn run text.hash-files --set algorithm=sha512 --out sums a.iso b.iso"};
 }
 
 CommandSyntax listSyntax(ListArguments& list) {
@@ -93,13 +90,12 @@ CommandSyntax describeSyntax(DescribeArguments& describe) {
 }
 
 CommandSyntax suggestSyntax(SuggestArguments& suggest) {
-  return {
-      .name = "suggest",
-      .arguments = "FILE...",
-      .summary = "List the operations that can run on exactly these files",
-      .options = {jsonOption(suggest.json)},
-      .addArgument = [&suggest](std::string file) { suggest.files.emplace_back(std::move(file)); },
-      .more = ""};
+  return {.name = "suggest",
+          .arguments = "FILE...",
+          .summary = "List the operations that can run on exactly these files",
+          .options = {jsonOption(suggest.json)},
+          .addArgument = [&suggest](std::string file) { suggest.files.emplace_back(std::move(file)); },
+          .more = ""};
 }
 
 CommandSyntax helpSyntax(HelpArguments& help) {
@@ -116,19 +112,17 @@ std::vector<CommandSyntax> allCommands(Parsed& parsed) {
           suggestSyntax(parsed.suggest), helpSyntax(parsed.help)};
 }
 
-const CommandSyntax& commandNamed(const std::vector<CommandSyntax>& commands,
-                                  const std::string& name) {
+const CommandSyntax& commandNamed(const std::vector<CommandSyntax>& commands, const std::string& name) {
   const auto found = std::ranges::find(commands, name, &CommandSyntax::name);
   if (found != commands.end()) return *found;
   std::vector<std::string> names;
   for (const CommandSyntax& command : commands) names.push_back(command.name);
-  throw UsageError(fmt::format("There is no command “{}”. Accepted: {}.{}", name,
-                               fmt::join(names, ", "), didYouMean(name, names)));
+  throw UsageError(
+      fmt::format("There is no command “{}”. Accepted: {}.{}", name, fmt::join(names, ", "), didYouMean(name, names)));
 }
 
 void require(bool given, std::string_view command, std::string_view what) {
-  if (!given)
-    throw UsageError(fmt::format("“quirn {0}” needs {1}. See “quirn help {0}”.", command, what));
+  if (!given) throw UsageError(fmt::format("“quirn {0}” needs {1}. See “quirn help {0}”.", command, what));
 }
 
 Command chosen(Parsed parsed, const std::vector<CommandSyntax>& commands, const std::string& name) {
@@ -158,9 +152,8 @@ Command parseCommandLine(std::span<const std::string> words) {
   if (first == "--help" || first == "-h") return Printout{helpOnAll(commands)};
   if (first == "--version") return Printout{fmt::format("quirn {}\n", QUIRN_VERSION)};
   if (first.starts_with('-')) {
-    throw UsageError(
-        fmt::format("There is no option “{}”. Accepted: --help, --version.{}", first,
-                    didYouMean(first, std::vector<std::string>{"--help", "--version"})));
+    throw UsageError(fmt::format("There is no option “{}”. Accepted: --help, --version.{}", first,
+                                 didYouMean(first, std::vector<std::string>{"--help", "--version"})));
   }
   const CommandSyntax& command = commandNamed(commands, first);
   if (parseWords(command, words.subspan(1))) return Printout{helpOn(command)};

@@ -19,8 +19,7 @@ struct Printout {
   std::string text;
 };
 
-using Command =
-    std::variant<Printout, RunArguments, ListArguments, DescribeArguments, SuggestArguments>;
+using Command = std::variant<Printout, RunArguments, ListArguments, DescribeArguments, SuggestArguments>;
 
 // `words` are those behind the program's name. Throws UsageError, whose message names what is
 // accepted.

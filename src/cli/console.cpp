@@ -23,8 +23,7 @@ bool wantsColor() {
   const char* const noColor = std::getenv("NO_COLOR");
   const char* const terminal = std::getenv("TERM");
   const bool refused = noColor != nullptr && *noColor != '\0';
-  return isErrorTerminal() && !refused && terminal != nullptr &&
-         std::string_view(terminal) != "dumb";
+  return isErrorTerminal() && !refused && terminal != nullptr && std::string_view(terminal) != "dumb";
 }
 
 // Nobody is left to tell when standard error fails.
@@ -54,8 +53,7 @@ void print(std::string_view text) {
 void printLines(std::span<const std::string> lines) {
   const bool isTerminal = ::isatty(STDOUT_FILENO) == 1;
   std::string text;
-  for (const std::string& line : lines)
-    text += (isTerminal ? platform::displayText(line) : line) + "\n";
+  for (const std::string& line : lines) text += (isTerminal ? platform::displayText(line) : line) + "\n";
   print(text);
 }
 
@@ -65,8 +63,7 @@ void printLine(const std::string& line) {
 
 void say(std::string_view line, Tone tone) {
   const std::string shown = platform::displayText(line);
-  writeError(tone == Tone::bad && wantsColor() ? fmt::format("\x1B[31m{}\x1B[0m\n", shown)
-                                               : shown + "\n");
+  writeError(tone == Tone::bad && wantsColor() ? fmt::format("\x1B[31m{}\x1B[0m\n", shown) : shown + "\n");
 }
 
 void draw(std::string_view text) {
@@ -91,8 +88,7 @@ std::string fittingColumns(std::string_view text, std::size_t columns) {
   std::size_t used = 0;
   while (taken < text.size()) {
     wchar_t character = 0;
-    const std::size_t length =
-        std::mbrtowc(&character, text.data() + taken, text.size() - taken, &state);
+    const std::size_t length = std::mbrtowc(&character, text.data() + taken, text.size() - taken, &state);
     if (length == 0 || length > text.size() || used + columnsOf(character) > columns) break;
     used += columnsOf(character);
     taken += length;

@@ -21,8 +21,7 @@ JsonArray texts(const auto& strings) {
 }
 
 JsonArray asJson(const Range& range) {
-  return {JsonNumber{fmt::format("{}", range.lowest)},
-          JsonNumber{fmt::format("{}", range.highest)}};
+  return {JsonNumber{fmt::format("{}", range.lowest)}, JsonNumber{fmt::format("{}", range.highest)}};
 }
 
 bool isNumber(const Control& control) {
@@ -42,7 +41,7 @@ JsonObject asJson(const Control& control, const platform::JsonValue& defaultValu
   if (control.kind == Control::Kind::choice) {
     JsonArray choices;
     for (const auto& [name, label] : control.options)
-      choices.push_back(JsonObject{{"name", name}, {"label", label}});
+      choices.emplace_back(JsonObject{{"name", name}, {"label", label}});
     object.emplace_back("choices", std::move(choices));
   }
   if (!control.placeholder.empty()) object.emplace_back("placeholder", control.placeholder);
@@ -51,8 +50,7 @@ JsonObject asJson(const Control& control, const platform::JsonValue& defaultValu
 
 std::string asText(const Control& control, const OperationConfig& defaults) {
   std::string text = fmt::format("  {}  {}\n", control.key, control.label);
-  for (const auto& [name, label] : control.options)
-    text += fmt::format("      {:<10}  {}\n", name, label);
+  for (const auto& [name, label] : control.options) text += fmt::format("      {:<10}  {}\n", name, label);
   if (control.options.empty()) text += fmt::format("      {}\n", control.accepted());
   if (!control.unit.empty()) text += fmt::format("      in {}\n", control.unit);
   const std::string value = control.read(defaults);
@@ -74,8 +72,7 @@ JsonObject descriptionAsJson(const OperationType& type) {
   object.emplace_back("about", type.info().about);
   object.emplace_back("accepts", type.accepts().description());
   const Panel panel = type.defaultPanel();
-  const JsonObject defaults =
-      type.isConfigurable() ? panel.values(*type.defaultConfig()) : JsonObject();
+  const JsonObject defaults = type.isConfigurable() ? panel.values(*type.defaultConfig()) : JsonObject();
   JsonArray controls;
   for (std::size_t i = 0; i < defaults.size(); ++i) {
     controls.push_back(asJson(panel.controls()[i], defaults[i].second));
@@ -87,10 +84,9 @@ JsonObject descriptionAsJson(const OperationType& type) {
 
 std::string descriptionAsText(const OperationType& type) {
   const OperationInfo& info = type.info();
-  std::string text =
-      fmt::format("{} — {}\n{}\n\nCategory: {}\nAccepts:  {}\nAliases:  {}\n", info.operationID,
-                  info.displayName, info.about, enumeratorName(info.category),
-                  type.accepts().description(), fmt::join(info.aliases, ", "));
+  std::string text = fmt::format("{} — {}\n{}\n\nCategory: {}\nAccepts:  {}\nAliases:  {}\n", info.operationID,
+                                 info.displayName, info.about, enumeratorName(info.category),
+                                 type.accepts().description(), fmt::join(info.aliases, ", "));
   if (!type.isConfigurable()) return text + "\nNo settings.\n";
   text += "\nSettings (--set KEY=VALUE):\n";
   const auto defaults = type.defaultConfig();

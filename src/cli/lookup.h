@@ -15,8 +15,7 @@
 namespace quirn::cli {
 
 // Throws UsageError for an unknown one, with the nearest name.
-const OperationType& operationNamed(const OperationRegistry& registry,
-                                    const std::string& operationID);
+const OperationType& operationNamed(const OperationRegistry& registry, const std::string& operationID);
 OperationCategory categoryNamed(std::string_view name);
 
 }  // namespace quirn::cli

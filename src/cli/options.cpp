@@ -21,9 +21,7 @@ bool asksForHelp(std::string_view word) {
 }
 
 const Option& optionNamed(const CommandSyntax& syntax, const std::string& name) {
-  const auto isNamed = [&](const Option& option) {
-    return option.name == name || option.letter == name;
-  };
+  const auto isNamed = [&](const Option& option) { return option.name == name || option.letter == name; };
   const auto found = std::ranges::find_if(syntax.options, isNamed);
   if (found != syntax.options.end()) return *found;
   std::vector<std::string> names{"--help"};
@@ -61,14 +59,12 @@ bool parseWords(const CommandSyntax& syntax, std::span<const std::string> words)
     const std::size_t equals = word.starts_with("--") ? word.find('=') : std::string::npos;
     const Option& option = optionNamed(syntax, word.substr(0, equals));
     if (option.value.empty()) {
-      if (equals != std::string::npos)
-        throw UsageError(fmt::format("“{}” takes no value.", option.name));
+      if (equals != std::string::npos) throw UsageError(fmt::format("“{}” takes no value.", option.name));
       option.set({});
     } else if (equals != std::string::npos) {
       option.set(word.substr(equals + 1));
     } else {
-      if (words.empty())
-        throw UsageError(fmt::format("“{}” needs a value: {} {}.", word, word, option.value));
+      if (words.empty()) throw UsageError(fmt::format("“{}” needs a value: {} {}.", word, word, option.value));
       option.set(words.front());
       words = words.subspan(1);
     }
@@ -78,8 +74,8 @@ bool parseWords(const CommandSyntax& syntax, std::span<const std::string> words)
 
 std::string helpOn(const CommandSyntax& syntax) {
   const std::string arguments = syntax.arguments.empty() ? "" : " " + syntax.arguments;
-  std::string text = fmt::format("{}.\n\nUsage: quirn {}{} [OPTION]...\n\nOptions:\n",
-                                 syntax.summary, syntax.name, arguments);
+  std::string text =
+      fmt::format("{}.\n\nUsage: quirn {}{} [OPTION]...\n\nOptions:\n", syntax.summary, syntax.name, arguments);
   for (const Option& option : syntax.options) text += row(spelling(option), option.help);
   text += row("-h, --help", "Print this help");
   return syntax.more.empty() ? text : text + "\n" + syntax.more + "\n";

@@ -15,9 +15,8 @@
 namespace quirn::cli {
 
 struct Option {
-  std::string name;  // "--out"
-  std::string
-      value;  // what stands for its value in the help, "DIR"; empty for an option without one
+  std::string name;   // "--out"
+  std::string value;  // what stands for its value in the help, "DIR"; empty for an option without one
   std::string help;
   std::function<void(std::string)> set;  // called with the value, or an empty one
   std::string letter = {};               // "-q"

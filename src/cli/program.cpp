@@ -27,12 +27,8 @@ struct Dispatch {
   }
   int operator()(const RunArguments& arguments) const { return runCommand(registry, arguments); }
   int operator()(const ListArguments& arguments) const { return listCommand(registry, arguments); }
-  int operator()(const DescribeArguments& arguments) const {
-    return describeCommand(registry, arguments);
-  }
-  int operator()(const SuggestArguments& arguments) const {
-    return suggestCommand(registry, arguments);
-  }
+  int operator()(const DescribeArguments& arguments) const { return describeCommand(registry, arguments); }
+  int operator()(const SuggestArguments& arguments) const { return suggestCommand(registry, arguments); }
 };
 
 // Outputs wait for the disk in groups, each with a descriptor; the usual limit is there for

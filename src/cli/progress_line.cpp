@@ -15,9 +15,8 @@ void ProgressLine::redraw(OperationContext& context) {
   constexpr int barLength = 24;
   const double fraction = context.progress().fractionCompleted();
   const int filled = static_cast<int>(fraction * barLength);
-  const std::string line =
-      fmt::format("{:█<{}}{:░<{}} {:3.0f}%  {}", "", filled, "", barLength - filled, fraction * 100,
-                  platform::displayText(context.currentStatus()));
+  const std::string line = fmt::format("{:█<{}}{:░<{}} {:3.0f}%  {}", "", filled, "", barLength - filled,
+                                       fraction * 100, platform::displayText(context.currentStatus()));
   // A line as wide as the terminal would wrap, and could not be taken back.
   std::string fitting = fittingColumns(line, terminalWidth() - 1);
   if (fitting == drawn_) return;

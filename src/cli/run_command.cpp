@@ -27,17 +27,14 @@ using platform::JsonObject;
 
 constexpr std::chrono::milliseconds redrawInterval{100};
 
-std::unique_ptr<OperationConfig> settingsOf(const OperationType& type,
-                                            const std::vector<std::string>& settings) {
+std::unique_ptr<OperationConfig> settingsOf(const OperationType& type, const std::vector<std::string>& settings) {
   auto config = type.isConfigurable() ? type.defaultConfig() : std::make_unique<OperationConfig>();
   const Panel panel = type.configPanel(*config);
   for (const std::string& setting : settings) {
     const std::size_t equals = setting.find('=');
-    if (equals == std::string::npos)
-      throw UsageError(fmt::format("“--set {}” has no “=”: write KEY=VALUE.", setting));
+    if (equals == std::string::npos) throw UsageError(fmt::format("“--set {}” has no “=”: write KEY=VALUE.", setting));
     try {
-      panel.set(*config, std::string_view(setting).substr(0, equals),
-                std::string_view(setting).substr(equals + 1));
+      panel.set(*config, std::string_view(setting).substr(0, equals), std::string_view(setting).substr(equals + 1));
     } catch (const SettingError& error) {
       throw UsageError(error.what());
     }
@@ -50,12 +47,10 @@ std::unique_ptr<OperationConfig> settingsOf(const OperationType& type,
 Intake inputsFor(const OperationType& type, const std::vector<std::filesystem::path>& files) {
   Intake intake = takeIn(files);
   if (!intake.unreadable.empty() && (!type.isPerFile() || intake.files.empty())) {
-    throw OperationError::readFailed(intake.unreadable.front().fileName,
-                                     "No such file, or not a regular one.");
+    throw OperationError::readFailed(intake.unreadable.front().fileName, "No such file, or not a regular one.");
   }
   if (!type.canRun(intake.files)) {
-    throw OperationError::unsupportedInput(
-        fmt::format("{} can’t run on these files.", type.info().displayName));
+    throw OperationError::unsupportedInput(fmt::format("{} can’t run on these files.", type.info().displayName));
   }
   return intake;
 }
@@ -96,10 +91,9 @@ class RunCommand {
     const OperationRunner runner(queue);
     ProgressLine line(isErrorTerminal() && !arguments_.quiet ? ProgressLine::Visibility::shown
                                                              : ProgressLine::Visibility::hidden);
-    const Run run =
-        type_.isConfigurable()
-            ? runner.runConfigured(type_, std::move(inputs), *config_, context_, completion)
-            : runner.run(type_, std::move(inputs), context_, completion);
+    const Run run = type_.isConfigurable()
+                        ? runner.runConfigured(type_, std::move(inputs), *config_, context_, completion)
+                        : runner.run(type_, std::move(inputs), context_, completion);
     queue.runUntil([&outcome] { return outcome.has_value(); }, redrawInterval,
                    [&] {
                      if (interrupts_.poll()) context_->progress().cancel();
@@ -126,12 +120,11 @@ class RunCommand {
   JsonObject asJson(const OperationResult& result) const {
     JsonArray outputs;
     for (const OutputFile& output : result.outputs) {
-      outputs.push_back(
-          JsonObject{{"path", output.url.native()}, {"role", enumeratorName(output.role)}});
+      outputs.emplace_back(JsonObject{{"path", output.url.native()}, {"role", enumeratorName(output.role)}});
     }
     JsonArray failures;
     for (const FileFailure& failure : result.failures) {
-      failures.push_back(JsonObject{{"fileName", failure.fileName}, {"message", failure.message}});
+      failures.emplace_back(JsonObject{{"fileName", failure.fileName}, {"message", failure.message}});
     }
     return {{"operation", type_.info().operationID},
             {"outputs", std::move(outputs)},
@@ -142,11 +135,8 @@ class RunCommand {
 
   int reportError(const OperationError& error, ExitStatus status) const {
     if (arguments_.json) {
-      const JsonObject details{{"kind", enumeratorName(error.kind())},
-                               {"message", error.userMessage()}};
-      printLine(platform::JsonValue(
-                    JsonObject{{"operation", type_.info().operationID}, {"error", details}})
-                    .text());
+      const JsonObject details{{"kind", enumeratorName(error.kind())}, {"message", error.userMessage()}};
+      printLine(platform::JsonValue(JsonObject{{"operation", type_.info().operationID}, {"error", details}}).text());
     }
     say(error.userMessage(), Tone::bad);
     if (arguments_.verbose && !error.underlying().empty()) say(error.underlying());

@@ -33,8 +33,7 @@ std::string AcceptedInputs::description() const {
   if (atLeast == atMost) {
     text = fmt::format("{} {}", countWord(atLeast), noun);
   } else if (atLeast == 0) {
-    text = atMost == 1 ? fmt::format("One {} or none", singular)
-                       : fmt::format("Any number of {}", plural);
+    text = atMost == 1 ? fmt::format("One {} or none", singular) : fmt::format("Any number of {}", plural);
   } else if (atMost == anyNumber) {
     text = fmt::format("{} or more {}", countWord(atLeast), plural);
   } else {

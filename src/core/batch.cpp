@@ -43,8 +43,7 @@ class Children {
       : inputs_(inputs), context_(context), worker_(worker) {
     const auto processors = static_cast<std::size_t>(platform::activeProcessorCount());
     running_ = std::min(inputs.size(), processors);
-    for (std::size_t i = running_; i > 0; --i)
-      platform::TaskPool::shared().submit([this] { run(); });
+    for (std::size_t i = running_; i > 0; --i) platform::TaskPool::shared().submit([this] { run(); });
   }
   Children(const Children&) = delete;
   Children& operator=(const Children&) = delete;
@@ -69,9 +68,7 @@ class Children {
   }
 
  private:
-  bool isStopped() const {
-    return cancellation_ != nullptr || context_.stopToken().stop_requested();
-  }
+  bool isStopped() const { return cancellation_ != nullptr || context_.stopToken().stop_requested(); }
 
   void run() {
     std::unique_lock guard(mutex_);
@@ -135,8 +132,7 @@ class Gathering {
 
   OperationResult result() && {
     if (result_.outputs.empty()) throwNothingDone();
-    if (!result_.failures.empty())
-      result_.summary = failureSummary(result_.outputs.size(), result_.failures);
+    if (!result_.failures.empty()) result_.summary = failureSummary(result_.outputs.size(), result_.failures);
     return std::move(result_);
   }
 
@@ -160,8 +156,8 @@ class Gathering {
   [[noreturn]] void throwNothingDone() const {
     if (firstError_) throw OperationError(*firstError_);
     const bool untried = result_.failures.empty();
-    throw OperationError::engineFailed(
-        "batch", untried ? "Couldn’t process these files." : result_.failures.front().message);
+    throw OperationError::engineFailed("batch",
+                                       untried ? "Couldn’t process these files." : result_.failures.front().message);
   }
 
   OperationContext& context_;
@@ -171,8 +167,7 @@ class Gathering {
 
 }  // namespace
 
-OperationResult runBatch(std::span<const InputFile> inputs, OperationContext& context,
-                         const FileWorker& worker) {
+OperationResult runBatch(std::span<const InputFile> inputs, OperationContext& context, const FileWorker& worker) {
   context.progress().setTotalUnitCount(std::max<std::int64_t>(1, std::ssize(inputs)));
   Children children(inputs, context, worker);
   Gathering gathering(context);

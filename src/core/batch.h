@@ -24,7 +24,6 @@ using FileWorker = std::function<OutputFile(const InputFile&)>;
 // Throws CancellationError when the context was asked to stop, or what a cancelled worker threw;
 // and when no file gave an output, the first OperationError of a worker, else engineFailed with the
 // stage "batch". Outputs finished before that stay.
-OperationResult runBatch(std::span<const InputFile> inputs, OperationContext& context,
-                         const FileWorker& worker);
+OperationResult runBatch(std::span<const InputFile> inputs, OperationContext& context, const FileWorker& worker);
 
 }  // namespace quirn

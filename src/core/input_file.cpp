@@ -28,8 +28,7 @@ fs::path withoutTrailingSlash(const fs::path& path) {
 }
 
 bool hasAnyParent(const std::string& type, std::initializer_list<const char*> parents) {
-  return std::ranges::any_of(
-      parents, [&](const char* parent) { return platform::isMimeSubtype(type, parent); });
+  return std::ranges::any_of(parents, [&](const char* parent) { return platform::isMimeSubtype(type, parent); });
 }
 
 std::optional<InputFile> inputAt(const fs::path& url) {
@@ -37,13 +36,12 @@ std::optional<InputFile> inputAt(const fs::path& url) {
   const platform::FileStatus status = platform::statusAt(url);
   if (status.kind != file && status.kind != folder) return std::nullopt;
   const bool isFolder = status.kind == folder;
-  return InputFile{
-      .id = platform::Uuid::random(),
-      .url = url,
-      .contentType = ContentType(isFolder ? "inode/directory" : platform::mimeTypeOfName(url)),
-      .size = status.size,
-      .isDirectory = isFolder,
-      .bookmark = std::nullopt};
+  return InputFile{.id = platform::Uuid::random(),
+                   .url = url,
+                   .contentType = ContentType(isFolder ? "inode/directory" : platform::mimeTypeOfName(url)),
+                   .size = status.size,
+                   .isDirectory = isFolder,
+                   .bookmark = std::nullopt};
 }
 
 }  // namespace
@@ -74,9 +72,8 @@ bool ContentType::conformsTo(ContentKind kind) const {
     case ContentKind::video: return mimeType_.starts_with("video/");
     case ContentKind::audio: return mimeType_.starts_with("audio/");
     case ContentKind::archive:
-      return hasAnyParent(mimeType_,
-                          {"application/zip", "application/x-tar", "application/x-compressed-tar",
-                           "application/x-7z-compressed", "application/vnd.rar"});
+      return hasAnyParent(mimeType_, {"application/zip", "application/x-tar", "application/x-compressed-tar",
+                                      "application/x-7z-compressed", "application/vnd.rar"});
     case ContentKind::gzip: return hasAnyParent(mimeType_, {"application/gzip"});
   }
   return false;

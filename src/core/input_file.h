@@ -40,8 +40,7 @@ struct InputFile {
   ContentType contentType;
   std::int64_t size = 0;  // bytes
   bool isDirectory = false;
-  std::optional<std::vector<std::byte>>
-      bookmark;  // what a sandbox would need to reach the file again; unused here
+  std::optional<std::vector<std::byte>> bookmark;  // what a sandbox would need to reach the file again; unused here
 
   // The last component, in the file system's own bytes.
   std::string fileName() const { return url.filename().string(); }
@@ -53,8 +52,7 @@ struct InputFile {
 
 struct Intake {
   std::vector<InputFile> files;
-  std::vector<FileFailure>
-      unreadable;  // one for each location that is missing, or neither file nor folder
+  std::vector<FileFailure> unreadable;  // one for each location that is missing, or neither file nor folder
 };
 
 // Takes in the locations in order. Nothing is opened; links are followed. A relative location is

@@ -17,8 +17,7 @@ std::size_t InputHandle::read(std::span<std::byte> bytes) {
   try {
     return file_.read(bytes);
   } catch (const std::system_error& error) {
-    throw OperationError::readFailed(
-        url_, std::string("Read failed partway through the file. ") + error.what());
+    throw OperationError::readFailed(url_, std::string("Read failed partway through the file. ") + error.what());
   }
 }
 
@@ -28,8 +27,7 @@ std::string InputHandle::readAll(std::int64_t mostBytes) {
   while (const std::size_t count = read(chunk)) {
     content.append(reinterpret_cast<const char*>(chunk.data()), count);
     if (static_cast<std::int64_t>(content.size()) > mostBytes) {
-      throw OperationError::unsupportedInput(url_.filename().string() +
-                                             " is too large to be read as a whole.");
+      throw OperationError::unsupportedInput(url_.filename().string() + " is too large to be read as a whole.");
     }
   }
   return content;

@@ -26,9 +26,7 @@ class LocalContext::Output final : public StagedOutput {
 
   int descriptor() const override { return file_.descriptor(); }
   const fs::path& url() const override { return name_.url; }
-  OutputFile publish(OutputRole role) override {
-    return context_.handOver(name_, std::move(file_), role);
-  }
+  OutputFile publish(OutputRole role) override { return context_.handOver(name_, std::move(file_), role); }
 
  private:
   LocalContext& context_;
@@ -40,8 +38,7 @@ InputHandle LocalContext::open(const InputFile& input) {
   try {
     return {platform::ReadableFile::open(input.url), input.url};
   } catch (const std::system_error& error) {
-    throw OperationError::readFailed(
-        input.url, std::string("Couldn't open the file for reading. ") + error.what());
+    throw OperationError::readFailed(input.url, std::string("Couldn't open the file for reading. ") + error.what());
   }
 }
 
@@ -53,13 +50,12 @@ Neighbour LocalContext::openNeighbour(const InputFile& input, const fs::path& na
     return {Neighbour::Place::here,
             InputHandle(platform::ReadableFile::openBeneath(folder, *inside), folder / *inside)};
   } catch (const std::system_error& error) {
-    if (error.code() == std::errc::cross_device_link)
-      return {Neighbour::Place::outside, std::nullopt};
-    const bool missing = error.code() == std::errc::no_such_file_or_directory ||
-                         error.code() == std::errc::not_a_directory;
+    if (error.code() == std::errc::cross_device_link) return {Neighbour::Place::outside, std::nullopt};
+    const bool missing =
+        error.code() == std::errc::no_such_file_or_directory || error.code() == std::errc::not_a_directory;
     if (missing) return {Neighbour::Place::missing, std::nullopt};
-    throw OperationError::readFailed(
-        folder / *inside, std::string("Couldn't open the file for reading. ") + error.what());
+    throw OperationError::readFailed(folder / *inside,
+                                     std::string("Couldn't open the file for reading. ") + error.what());
   }
 }
 
@@ -147,8 +143,7 @@ OutputFile LocalContext::published(OutputFile output) {
   const std::scoped_lock guard(mutex_);
   const auto outcome = outcomes_.find(output.id);
   if (outcome == outcomes_.end()) return output;
-  if (const auto* error = std::get_if<OperationError>(&outcome->second))
-    throw OperationError(*error);
+  if (const auto* error = std::get_if<OperationError>(&outcome->second)) throw OperationError(*error);
   output.url = std::get<fs::path>(outcome->second);
   return output;
 }

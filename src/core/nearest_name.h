@@ -14,8 +14,7 @@ namespace quirn {
 
 // The name that `written` was probably meant to be, if one is close: few letters changed, swapped,
 // missing or too many.
-std::optional<std::string> nearestName(std::string_view written,
-                                       std::span<const std::string> names);
+std::optional<std::string> nearestName(std::string_view written, std::span<const std::string> names);
 
 // " Did you mean “sha256”?", or nothing.
 std::string didYouMean(std::string_view written, std::span<const std::string> names);

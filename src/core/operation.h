@@ -48,8 +48,7 @@ class QuirnOperation {
   // Processes the inputs with the default settings. Blocks. Throws OperationError or
   // CancellationError. Holds for every run function: inputs are never changed, and a run may be
   // under way on several threads at once.
-  virtual OperationResult run(std::span<const InputFile> inputs,
-                              OperationContext& context) const = 0;
+  virtual OperationResult run(std::span<const InputFile> inputs, OperationContext& context) const = 0;
 };
 
 // One output for each input; the batch driver does the rest.
@@ -58,8 +57,7 @@ class PerFileOperation : public QuirnOperation {
   virtual OutputFile processFile(const InputFile& input, OperationContext& context) const = 0;
 
   OperationResult run(std::span<const InputFile> inputs, OperationContext& context) const final {
-    return runBatch(inputs, context,
-                    [&](const InputFile& input) { return processFile(input, context); });
+    return runBatch(inputs, context, [&](const InputFile& input) { return processFile(input, context); });
   }
 };
 
@@ -67,8 +65,7 @@ class PerFileOperation : public QuirnOperation {
 class AnyConfigurableOperation : public QuirnOperation {
  public:
   // Throws unsupportedInput for a record of another operation.
-  virtual OperationResult runConfigured(std::span<const InputFile> inputs,
-                                        const OperationConfig& config,
+  virtual OperationResult runConfigured(std::span<const InputFile> inputs, const OperationConfig& config,
                                         OperationContext& context) const = 0;
 };
 
@@ -103,9 +100,8 @@ class ConfigurablePerFileOperation : public ConfigurableOperation<ConfigType> {
  protected:
   OperationResult runWith(std::span<const InputFile> inputs, const ConfigType& config,
                           OperationContext& context) const final {
-    return runBatch(inputs, context, [&](const InputFile& input) {
-      return processFileConfigured(input, config, context);
-    });
+    return runBatch(inputs, context,
+                    [&](const InputFile& input) { return processFileConfigured(input, config, context); });
   }
 };
 
@@ -116,8 +112,7 @@ template <class Derived>
 class InteractiveOperation : public AnyInteractiveOperation {
  public:
   OperationResult run(std::span<const InputFile>, OperationContext&) const final {
-    throw OperationError::unsupportedInput(
-        fmt::format("{} is interactive.", Derived::info().displayName));
+    throw OperationError::unsupportedInput(fmt::format("{} is interactive.", Derived::info().displayName));
   }
 };
 

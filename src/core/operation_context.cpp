@@ -11,10 +11,8 @@
 
 namespace quirn {
 
-OperationContext::OperationContext(std::int64_t unitCount,
-                                   std::optional<std::filesystem::path> outputDirectory)
-    : progress_(std::max<std::int64_t>(1, unitCount)),
-      outputDirectory_(std::move(outputDirectory)) {}
+OperationContext::OperationContext(std::int64_t unitCount, std::optional<std::filesystem::path> outputDirectory)
+    : progress_(std::max<std::int64_t>(1, unitCount)), outputDirectory_(std::move(outputDirectory)) {}
 
 void OperationContext::setStatus(std::string text) {
   const std::scoped_lock guard(statusLock_);
@@ -30,15 +28,13 @@ void OperationContext::checkCancellation() const {
   if (stopSource_.stop_requested()) throw CancellationError();
 }
 
-OutputFile writeTextOutput(OperationContext& context, const InputFile& input,
-                           std::string_view suffix, std::string_view extension,
-                           std::string_view text, std::string_view failure) {
+OutputFile writeTextOutput(OperationContext& context, const InputFile& input, std::string_view suffix,
+                           std::string_view extension, std::string_view text, std::string_view failure) {
   const auto output = context.stage(input, suffix, extension);
   try {
     output->write(text);
   } catch (const OperationError& error) {
-    throw OperationError::writeFailed(output->url(),
-                                      fmt::format("{} {}", failure, error.underlying()));
+    throw OperationError::writeFailed(output->url(), fmt::format("{} {}", failure, error.underlying()));
   }
   return output->publish(OutputRole::primary);
 }

@@ -95,8 +95,7 @@ class OperationContext {
 
 // Writes a whole small output in one step. `failure` is the detail of the writeFailed that is
 // thrown when that fails.
-OutputFile writeTextOutput(OperationContext& context, const InputFile& input,
-                           std::string_view suffix, std::string_view extension,
-                           std::string_view text, std::string_view failure);
+OutputFile writeTextOutput(OperationContext& context, const InputFile& input, std::string_view suffix,
+                           std::string_view extension, std::string_view text, std::string_view failure);
 
 }  // namespace quirn

@@ -14,11 +14,11 @@ OperationError OperationError::unsupportedInput(std::string reason) {
   return {Kind::unsupportedInput, std::move(reason), {}};
 }
 
-OperationError OperationError::readFailed(std::filesystem::path url, std::string underlying) {
+OperationError OperationError::readFailed(const std::filesystem::path& url, std::string underlying) {
   return {Kind::readFailed, url.filename().string(), std::move(underlying)};
 }
 
-OperationError OperationError::writeFailed(std::filesystem::path url, std::string underlying) {
+OperationError OperationError::writeFailed(const std::filesystem::path& url, std::string underlying) {
   return {Kind::writeFailed, url.filename().string(), std::move(underlying)};
 }
 
@@ -26,7 +26,7 @@ OperationError OperationError::engineFailed(std::string stage, std::string under
   return {Kind::engineFailed, std::move(stage), std::move(underlying)};
 }
 
-OperationError OperationError::sandboxAccessDenied(std::filesystem::path url) {
+OperationError OperationError::sandboxAccessDenied(const std::filesystem::path& url) {
   return {Kind::sandboxAccessDenied, url.filename().string(), {}};
 }
 
@@ -36,13 +36,11 @@ OperationError OperationError::cancelled() {
 
 std::string OperationError::userMessage() const {
   switch (kind_) {
-    case Kind::unsupportedInput:
-      return fmt::format("Quirn can't run this on these files. {}", subject_);
+    case Kind::unsupportedInput: return fmt::format("Quirn can't run this on these files. {}", subject_);
     case Kind::readFailed: return fmt::format("Couldn't read {}.", subject_);
     case Kind::writeFailed: return fmt::format("Couldn't write {}.", subject_);
     case Kind::engineFailed: return fmt::format("Something went wrong during {}.", subject_);
-    case Kind::sandboxAccessDenied:
-      return fmt::format("Quirn lost access to {}. Drag it in again.", subject_);
+    case Kind::sandboxAccessDenied: return fmt::format("Quirn lost access to {}. Drag it in again.", subject_);
     case Kind::cancelled: break;
   }
   return "Operation cancelled.";

@@ -13,23 +13,16 @@ namespace quirn {
 
 class OperationError final : public std::exception {
  public:
-  enum class Kind {
-    unsupportedInput,
-    readFailed,
-    writeFailed,
-    engineFailed,
-    sandboxAccessDenied,
-    cancelled
-  };
+  enum class Kind { unsupportedInput, readFailed, writeFailed, engineFailed, sandboxAccessDenied, cancelled };
 
   // `reason` is a full sentence, shown as it stands behind a fixed beginning.
   static OperationError unsupportedInput(std::string reason);
   // `underlying` is a detail for developers and logs; the person reads which file it was.
-  static OperationError readFailed(std::filesystem::path url, std::string underlying);
-  static OperationError writeFailed(std::filesystem::path url, std::string underlying);
+  static OperationError readFailed(const std::filesystem::path& url, std::string underlying);
+  static OperationError writeFailed(const std::filesystem::path& url, std::string underlying);
   // `stage` completes "Something went wrong during …".
   static OperationError engineFailed(std::string stage, std::string underlying);
-  static OperationError sandboxAccessDenied(std::filesystem::path url);
+  static OperationError sandboxAccessDenied(const std::filesystem::path& url);
   static OperationError cancelled();
 
   Kind kind() const { return kind_; }

@@ -16,8 +16,8 @@ std::string failureSummary(std::size_t outputCount, const std::vector<FileFailur
   for (std::size_t i = 1; i < named; ++i) names += ", " + failures[i].fileName;
   const std::size_t unnamed = failures.size() - named;
   const std::string more = unnamed > 0 ? fmt::format(", +{} more", unnamed) : "";
-  return fmt::format("Created {} of {}. {} couldn’t be processed: {}{}.", outputCount,
-                     outputCount + failures.size(), failures.size(), names, more);
+  return fmt::format("Created {} of {}. {} couldn’t be processed: {}{}.", outputCount, outputCount + failures.size(),
+                     failures.size(), names, more);
 }
 
 }  // namespace quirn

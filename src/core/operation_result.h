@@ -33,9 +33,8 @@ struct FileFailure {
 };
 
 struct OperationResult {
-  std::vector<OutputFile> outputs;  // in the order in which they were finished
-  std::optional<std::string>
-      summary;  // for the closing message; without one the front end words its own
+  std::vector<OutputFile> outputs;     // in the order in which they were finished
+  std::optional<std::string> summary;  // for the closing message; without one the front end words its own
   std::vector<FileFailure> failures;
 };
 

@@ -34,13 +34,9 @@ class OperationType {
   // A new record with the defaults. Only where isConfigurable().
   std::unique_ptr<OperationConfig> defaultConfig() const { return makeConfig_(); }
   // A copy of a record of this operation.
-  std::unique_ptr<OperationConfig> copyOf(const OperationConfig& config) const {
-    return copyConfig_(config);
-  }
+  std::unique_ptr<OperationConfig> copyOf(const OperationConfig& config) const { return copyConfig_(config); }
   // The controls for such a record; none for a record of another operation, or without settings.
-  Panel configPanel(const OperationConfig& config) const {
-    return panel_ ? panel_(config) : Panel();
-  }
+  Panel configPanel(const OperationConfig& config) const { return panel_ ? panel_(config) : Panel(); }
   // The controls for the default record; none without settings.
   Panel defaultPanel() const { return isConfigurable() ? configPanel(*defaultConfig()) : Panel(); }
 
@@ -89,9 +85,7 @@ OperationType OperationType::of() {
   if constexpr (detail::HasOwnTest<Operation>) {
     type.canRun_ = &Operation::canRun;
   } else {
-    type.canRun_ = [](std::span<const InputFile> inputs) {
-      return Operation::accepts().accepts(inputs);
-    };
+    type.canRun_ = [](std::span<const InputFile> inputs) { return Operation::accepts().accepts(inputs); };
   }
   if constexpr (detail::HasConfig<Operation>) {
     using Config = typename Operation::Config;

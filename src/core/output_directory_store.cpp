@@ -13,7 +13,7 @@ constexpr std::string_view key = "outputDirectoryBookmark";
 }  // namespace
 
 std::optional<std::filesystem::path> OutputDirectoryStore::load() const {
-  const std::filesystem::path folder = preferences_.value(key).value_or("");
+  std::filesystem::path folder = preferences_.value(key).value_or("");
   std::error_code gone;
   if (!std::filesystem::is_directory(folder, gone)) return std::nullopt;
   return folder;

@@ -14,8 +14,7 @@ namespace quirn {
 
 class OutputDirectoryStore {
  public:
-  explicit OutputDirectoryStore(
-      platform::Preferences preferences = platform::Preferences("group.com.morvanta.quirn"))
+  explicit OutputDirectoryStore(platform::Preferences preferences = platform::Preferences("group.com.morvanta.quirn"))
       : preferences_(std::move(preferences)) {}
 
   // Nothing if no folder was saved, or the saved one is no longer there.

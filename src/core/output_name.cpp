@@ -35,8 +35,7 @@ bool isTaken(const fs::path& path) {
   return fs::exists(fs::symlink_status(path, unknown));
 }
 
-std::string outputName(std::string_view stem, std::string_view suffix, std::string_view extension,
-                       int number) {
+std::string outputName(std::string_view stem, std::string_view suffix, std::string_view extension, int number) {
   std::string rest = fmt::format(" ({})", suffix);
   if (number > 0) rest += fmt::format(" ({})", number);
   if (!extension.empty()) rest += fmt::format(".{}", extension);

@@ -39,12 +39,11 @@ auto itemsOf(const std::vector<Panel::Item>& items) {
 }
 
 [[noreturn]] void refuseKey(const std::vector<Control>& controls, std::string_view key) {
-  if (controls.empty())
-    throw SettingError(fmt::format("There is no setting “{}”: the operation has none.", key));
+  if (controls.empty()) throw SettingError(fmt::format("There is no setting “{}”: the operation has none.", key));
   std::vector<std::string> keys;
   for (const Control& control : controls) keys.push_back(control.key);
-  throw SettingError(fmt::format("There is no setting “{}”. Accepted: {}.{}", key,
-                                 fmt::join(keys, ", "), didYouMean(key, keys)));
+  throw SettingError(
+      fmt::format("There is no setting “{}”. Accepted: {}.{}", key, fmt::join(keys, ", "), didYouMean(key, keys)));
 }
 
 }  // namespace
@@ -69,8 +68,7 @@ std::string Control::accepted() const {
   switch (kind) {
     case Kind::toggle: return "true, false";
     case Kind::choice: return fmt::format("{}", fmt::join(optionNames(*this), ", "));
-    case Kind::stepper:
-      return fmt::format("a whole number from {} to {}", legal.lowest, legal.highest);
+    case Kind::stepper: return fmt::format("a whole number from {} to {}", legal.lowest, legal.highest);
     case Kind::slider: return fmt::format("a number from {} to {}", legal.lowest, legal.highest);
     case Kind::field: break;
   }
@@ -94,8 +92,8 @@ void Panel::set(OperationConfig& config, std::string_view key, std::string_view 
       control.write(config, value);
       return;
     } catch (const SettingError&) {
-      throw SettingError(fmt::format("“{}” is not accepted for {}. Accepted: {}.{}", value, key,
-                                     control.accepted(), didYouMean(value, optionNames(control))));
+      throw SettingError(fmt::format("“{}” is not accepted for {}. Accepted: {}.{}", value, key, control.accepted(),
+                                     didYouMean(value, optionNames(control))));
     }
   }
   refuseKey(controls(), key);
@@ -108,9 +106,7 @@ platform::JsonObject Panel::values(const OperationConfig& config) const {
     switch (control.kind) {
       case Control::Kind::toggle: object.emplace_back(control.key, text == "true"); break;
       case Control::Kind::stepper:
-      case Control::Kind::slider:
-        object.emplace_back(control.key, platform::JsonNumber{text});
-        break;
+      case Control::Kind::slider: object.emplace_back(control.key, platform::JsonNumber{text}); break;
       case Control::Kind::choice:
       case Control::Kind::field: object.emplace_back(control.key, text); break;
     }

@@ -75,9 +75,7 @@ struct Control {
 
   template <class Config>
   Control shownWhen(bool (*condition)(const Config&)) && {
-    isShown = [condition](const OperationConfig& config) {
-      return condition(static_cast<const Config&>(config));
-    };
+    isShown = [condition](const OperationConfig& config) { return condition(static_cast<const Config&>(config)); };
     return std::move(*this);
   }
 };
@@ -126,15 +124,13 @@ using ValueOf = typename MemberTypes<decltype(Member)>::ValueType;
 // A control bound to a member through two functions between its value and text. `parse` gives
 // nothing for text that is not accepted.
 template <auto Member, class Format, class Parse>
-Control bound(Control::Kind kind, std::string label, Format format, Parse parse) {
+Control bound(Control::Kind kind, std::string label, const Format& format, const Parse& parse) {
   using Config = ConfigOf<Member>;
   Control control;
   control.kind = kind;
   control.key = memberName<Member>();
   control.label = std::move(label);
-  control.read = [format](const OperationConfig& config) {
-    return format(static_cast<const Config&>(config).*Member);
-  };
+  control.read = [format](const OperationConfig& config) { return format(static_cast<const Config&>(config).*Member); };
   control.write = [parse](OperationConfig& config, std::string_view text) {
     const auto value = parse(text);
     if (!value) throw SettingError(std::string(text));
@@ -153,8 +149,7 @@ template <auto Member>
 Control toggle(std::string label) {
   static_assert(std::is_same_v<detail::ValueOf<Member>, bool>);
   return detail::bound<Member>(
-      Control::Kind::toggle, std::move(label),
-      [](bool value) { return std::string(value ? "true" : "false"); },
+      Control::Kind::toggle, std::move(label), [](bool value) { return std::string(value ? "true" : "false"); },
       [](std::string_view text) -> std::optional<bool> {
         if (text != "true" && text != "false") return std::nullopt;
         return text == "true";
@@ -163,8 +158,7 @@ Control toggle(std::string label) {
 
 // `options` pair every enumerator that may be chosen with its label.
 template <auto Member>
-Control choice(std::string label,
-               std::vector<std::pair<detail::ValueOf<Member>, std::string>> options) {
+Control choice(std::string label, std::vector<std::pair<detail::ValueOf<Member>, std::string>> options) {
   using Enum = detail::ValueOf<Member>;
   std::vector<Enum> values;
   std::vector<Control::Option> named;
@@ -173,8 +167,7 @@ Control choice(std::string label,
     named.push_back({std::string(enumeratorName(value)), std::move(optionLabel)});
   }
   Control control = detail::bound<Member>(
-      Control::Kind::choice, std::move(label),
-      [](Enum value) { return std::string(enumeratorName(value)); },
+      Control::Kind::choice, std::move(label), [](Enum value) { return std::string(enumeratorName(value)); },
       [values](std::string_view text) -> std::optional<Enum> {
         for (const Enum value : values) {
           if (enumeratorName(value) == text) return value;
@@ -212,9 +205,9 @@ Control stepper(std::string label, NumberBounds bounds) {
 template <auto Member>
 Control slider(std::string label, NumberBounds bounds) {
   static_assert(std::is_same_v<detail::ValueOf<Member>, double>);
-  Control control = detail::bound<Member>(
-      Control::Kind::slider, std::move(label), &detail::formatNumber,
-      [legal = bounds.legal](std::string_view text) { return detail::parseNumber(text, legal); });
+  Control control =
+      detail::bound<Member>(Control::Kind::slider, std::move(label), &detail::formatNumber,
+                            [legal = bounds.legal](std::string_view text) { return detail::parseNumber(text, legal); });
   control.legal = bounds.legal;
   control.suggested = bounds.suggested.value_or(bounds.legal);
   control.unit = std::move(bounds.unit);

@@ -31,8 +31,7 @@ void Progress::complete(std::int64_t units) {
 double Progress::fractionCompleted() const {
   const std::scoped_lock guard(mutex_);
   if (totalUnitCount_ <= 0) return 0;
-  return std::clamp(static_cast<double>(completedUnitCount_) / static_cast<double>(totalUnitCount_),
-                    0.0, 1.0);
+  return std::clamp(static_cast<double>(completedUnitCount_) / static_cast<double>(totalUnitCount_), 0.0, 1.0);
 }
 
 bool Progress::isFinished() const {

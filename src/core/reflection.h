@@ -21,8 +21,8 @@ constexpr bool isDigit(char character) {
 }
 
 constexpr bool isIdentifierCharacter(char character) {
-  return (character >= 'a' && character <= 'z') || (character >= 'A' && character <= 'Z') ||
-         isDigit(character) || character == '_';
+  return (character >= 'a' && character <= 'z') || (character >= 'A' && character <= 'Z') || isDigit(character) ||
+         character == '_';
 }
 
 // "name" of "&quirn::Record::name".
@@ -49,8 +49,7 @@ constexpr auto enumeratorNames(std::index_sequence<Index...>) {
 }
 
 template <class Enum>
-inline constexpr auto enumeratorNamesOf =
-    enumeratorNames<Enum>(std::make_index_sequence<mostEnumerators>());
+inline constexpr auto enumeratorNamesOf = enumeratorNames<Enum>(std::make_index_sequence<mostEnumerators>());
 
 }  // namespace detail
 
@@ -70,8 +69,7 @@ constexpr std::string_view enumeratorName(Enum value) {
 template <class Enum>
 constexpr std::optional<Enum> enumeratorNamed(std::string_view name) {
   for (std::size_t index = 0; index < detail::mostEnumerators; ++index) {
-    if (!name.empty() && detail::enumeratorNamesOf<Enum>[index] == name)
-      return static_cast<Enum>(index);
+    if (!name.empty() && detail::enumeratorNamesOf<Enum>[index] == name) return static_cast<Enum>(index);
   }
   return std::nullopt;
 }
@@ -80,8 +78,7 @@ constexpr std::optional<Enum> enumeratorNamed(std::string_view name) {
 template <class Enum>
 constexpr std::size_t enumeratorCount() {
   std::size_t count = 0;
-  while (count < detail::mostEnumerators && !detail::enumeratorNamesOf<Enum>[count].empty())
-    ++count;
+  while (count < detail::mostEnumerators && !detail::enumeratorNamesOf<Enum>[count].empty()) ++count;
   return count;
 }
 

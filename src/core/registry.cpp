@@ -12,11 +12,10 @@ namespace {
 
 std::optional<OperationCategory> categoryOf(const ContentType& type) {
   using enum OperationCategory;
-  constexpr std::array kinds{
-      std::pair(ContentKind::pdf, pdf),     std::pair(ContentKind::image, image),
-      std::pair(ContentKind::movie, video), std::pair(ContentKind::video, video),
-      std::pair(ContentKind::audio, audio), std::pair(ContentKind::archive, archive),
-      std::pair(ContentKind::gzip, archive)};
+  constexpr std::array kinds{std::pair(ContentKind::pdf, pdf),     std::pair(ContentKind::image, image),
+                             std::pair(ContentKind::movie, video), std::pair(ContentKind::video, video),
+                             std::pair(ContentKind::audio, audio), std::pair(ContentKind::archive, archive),
+                             std::pair(ContentKind::gzip, archive)};
   for (const auto& [kind, category] : kinds) {
     if (type.conformsTo(kind)) return category;
   }
@@ -40,15 +39,13 @@ const OperationType* OperationRegistry::byID(std::string_view operationID) const
   return found == byID_.end() ? nullptr : &operations_[found->second];
 }
 
-std::vector<const OperationType*> OperationRegistry::suggestions(
-    std::span<const InputFile> inputs) const {
+std::vector<const OperationType*> OperationRegistry::suggestions(std::span<const InputFile> inputs) const {
   std::vector<const OperationType*> types;
   for (const OperationType& type : operations_) {
     if (type.canRun(inputs)) types.push_back(&type);
   }
   if (const auto dominant = dominantCategory(inputs)) {
-    std::ranges::stable_partition(
-        types, [&](const OperationType* type) { return type->info().category == *dominant; });
+    std::ranges::stable_partition(types, [&](const OperationType* type) { return type->info().category == *dominant; });
   }
   return types;
 }
@@ -58,8 +55,7 @@ std::optional<OperationCategory> dominantCategory(std::span<const InputFile> inp
   for (const InputFile& input : inputs) {
     if (const auto category = categoryOf(input.contentType)) ++counts[*category];
   }
-  const auto largest =
-      std::ranges::max_element(counts, {}, [](const auto& entry) { return entry.second; });
+  const auto largest = std::ranges::max_element(counts, {}, [](const auto& entry) { return entry.second; });
   return largest == counts.end() ? std::nullopt : std::optional(largest->first);
 }
 

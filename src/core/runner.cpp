@@ -14,8 +14,7 @@ OperationResult confirmed(OperationResult result, OperationContext& context) {
   return result;
 }
 
-RunOutcome runToEnd(const std::function<OperationResult(OperationContext&)>& work,
-                    OperationContext& context) {
+RunOutcome runToEnd(const std::function<OperationResult(OperationContext&)>& work, OperationContext& context) {
   try {
     OperationResult result = work(context);
     context.finish();
@@ -45,8 +44,7 @@ Run::~Run() {
 }
 
 Run OperationRunner::run(const OperationType& type, std::vector<InputFile> inputs,
-                         std::optional<std::filesystem::path> outputDirectory,
-                         Completion completion) const {
+                         std::optional<std::filesystem::path> outputDirectory, Completion completion) const {
   auto context = std::make_shared<LocalContext>(std::ssize(inputs), std::move(outputDirectory));
   return run(type, std::move(inputs), std::move(context), std::move(completion));
 }
@@ -55,36 +53,30 @@ Run OperationRunner::run(const OperationType& type, std::vector<InputFile> input
                          std::shared_ptr<OperationContext> context, Completion completion) const {
   return start(
       std::move(context),
-      [type, inputs = std::move(inputs)](OperationContext& own) {
-        return type.make()->run(inputs, own);
-      },
+      [type, inputs = std::move(inputs)](OperationContext& own) { return type.make()->run(inputs, own); },
       std::move(completion));
 }
 
 Run OperationRunner::runConfigured(const OperationType& type, std::vector<InputFile> inputs,
-                                   const OperationConfig& config,
-                                   std::shared_ptr<OperationContext> context,
+                                   const OperationConfig& config, std::shared_ptr<OperationContext> context,
                                    Completion completion) const {
   const std::shared_ptr<const OperationConfig> settings = type.copyOf(config);
   return start(
       std::move(context),
       [type, inputs = std::move(inputs), settings](OperationContext& own) {
         const auto operation = type.make();
-        return dynamic_cast<const AnyConfigurableOperation&>(*operation)
-            .runConfigured(inputs, *settings, own);
+        return dynamic_cast<const AnyConfigurableOperation&>(*operation).runConfigured(inputs, *settings, own);
       },
       std::move(completion));
 }
 
-Run OperationRunner::start(std::shared_ptr<OperationContext> context, Work work,
-                           Completion completion) const {
+Run OperationRunner::start(std::shared_ptr<OperationContext> context, Work work, Completion completion) const {
   context->progress().setCancellationHandler([weak = std::weak_ptr(context)] {
     if (const auto running = weak.lock()) running->requestStop();
   });
-  std::thread task(
-      [&queue = queue_, context, work = std::move(work), completion = std::move(completion)] {
-        queue.post([completion, outcome = runToEnd(work, *context)] { completion(outcome); });
-      });
+  std::thread task([&queue = queue_, context, work = std::move(work), completion = std::move(completion)] {
+    queue.post([completion, outcome = runToEnd(work, *context)] { completion(outcome); });
+  });
   return {std::move(context), std::move(task)};
 }
 

@@ -57,8 +57,7 @@ class OperationRunner {
 
   // In a new context, with the outputs in `outputDirectory`, or beside the inputs without one.
   [[nodiscard]] Run run(const OperationType& type, std::vector<InputFile> inputs,
-                        std::optional<std::filesystem::path> outputDirectory,
-                        Completion completion) const;
+                        std::optional<std::filesystem::path> outputDirectory, Completion completion) const;
 
   // In a context that the caller has made, to watch it. Cancelling its progress is the one way to
   // stop the run.
@@ -67,8 +66,7 @@ class OperationRunner {
 
   // With settings; they are copied, so changing them during the run has no effect on it.
   [[nodiscard]] Run runConfigured(const OperationType& type, std::vector<InputFile> inputs,
-                                  const OperationConfig& config,
-                                  std::shared_ptr<OperationContext> context,
+                                  const OperationConfig& config, std::shared_ptr<OperationContext> context,
                                   Completion completion) const;
 
  private:

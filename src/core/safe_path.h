@@ -13,7 +13,6 @@ namespace quirn {
 // Where `name`, taken from inside the absolute `folder`, leads as text: the relative path beneath
 // the folder, "." for the folder itself, or nothing if it leads outside. Links are not looked at;
 // opening beneath the folder must refuse those that leave it.
-std::optional<std::filesystem::path> pathInside(const std::filesystem::path& folder,
-                                                const std::filesystem::path& name);
+std::optional<std::filesystem::path> pathInside(const std::filesystem::path& folder, const std::filesystem::path& name);
 
 }  // namespace quirn

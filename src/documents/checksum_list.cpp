@@ -36,8 +36,7 @@ struct BsdMarks {
 
 std::optional<BsdMarks> bsdMarks(std::string_view line) {
   const BsdMarks marks{line.find('('), line.rfind(')'), line.rfind('=')};
-  const bool complete = marks.open != std::string_view::npos &&
-                        marks.close != std::string_view::npos &&
+  const bool complete = marks.open != std::string_view::npos && marks.close != std::string_view::npos &&
                         marks.equals != std::string_view::npos;
   if (!complete || marks.open > marks.close || marks.close > marks.equals) return std::nullopt;
   return marks;
@@ -98,8 +97,7 @@ std::vector<ChecksumEntry> parseChecksumList(std::string_view text) {
 }
 
 std::string checksumLine(std::string_view hash, std::string_view name) {
-  if (name.find_first_of("\r\n") == std::string_view::npos)
-    return fmt::format("{}  {}\n", hash, name);
+  if (name.find_first_of("\r\n") == std::string_view::npos) return fmt::format("{}  {}\n", hash, name);
   std::string escaped;
   for (const char character : name) {
     switch (character) {

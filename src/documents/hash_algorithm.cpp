@@ -14,8 +14,7 @@ namespace {
 // One for each thread that hashes, made when it first does: clearing a new megabyte costs more than
 // hashing a small file.
 std::span<std::byte> chunkOfThisThread() {
-  thread_local const std::unique_ptr<std::byte[]> chunk =
-      std::make_unique_for_overwrite<std::byte[]>(chunkSize);
+  thread_local const std::unique_ptr<std::byte[]> chunk = std::make_unique_for_overwrite<std::byte[]>(chunkSize);
   return {chunk.get(), chunkSize};
 }
 

@@ -10,11 +10,11 @@
 namespace quirn {
 
 Panel HashFilesConfig::panel() {
-  return {choice<&HashFilesConfig::algorithm>(
-              "Algorithm", {{HashAlgorithm::sha256, std::string(label(HashAlgorithm::sha256))},
-                            {HashAlgorithm::sha1, std::string(label(HashAlgorithm::sha1))},
-                            {HashAlgorithm::sha512, std::string(label(HashAlgorithm::sha512))},
-                            {HashAlgorithm::md5, std::string(label(HashAlgorithm::md5))}}),
+  return {choice<&HashFilesConfig::algorithm>("Algorithm",
+                                              {{HashAlgorithm::sha256, std::string(label(HashAlgorithm::sha256))},
+                                               {HashAlgorithm::sha1, std::string(label(HashAlgorithm::sha1))},
+                                               {HashAlgorithm::sha512, std::string(label(HashAlgorithm::sha512))},
+                                               {HashAlgorithm::md5, std::string(label(HashAlgorithm::md5))}}),
           Note{"Writes a sidecar “.txt” checksum file next to each input."}};
 }
 
@@ -35,15 +35,13 @@ const AcceptedInputs& HashFilesOperation::accepts() {
   return accepts;
 }
 
-OutputFile HashFilesOperation::processFileConfigured(const InputFile& input,
-                                                     const HashFilesConfig& config,
+OutputFile HashFilesOperation::processFileConfigured(const InputFile& input, const HashFilesConfig& config,
                                                      OperationContext& context) const {
   const std::string file = input.fileName();
   context.setStatus(fmt::format("Hashing {}…", file));
   const std::string digest = digestOf(context.open(input), config.algorithm, context.stopToken());
-  OutputFile output =
-      writeTextOutput(context, input, "checksums", "txt", checksumLine(digest, file),
-                      "Couldn't write the checksum file.");
+  OutputFile output = writeTextOutput(context, input, "checksums", "txt", checksumLine(digest, file),
+                                      "Couldn't write the checksum file.");
   context.setStatus(fmt::format("{}: {}", label(config.algorithm), file));
   return output;
 }

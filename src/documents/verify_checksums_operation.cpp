@@ -39,23 +39,20 @@ class Verification {
     }
     for (const ChecksumEntry& entry : entries) {
       context_.checkCancellation();
-      context_.setStatus(
-          fmt::format("Verifying {} ({}/{})…", entry.name, ++entryCount_, entries.size()));
+      context_.setStatus(fmt::format("Verifying {} ({}/{})…", entry.name, ++entryCount_, entries.size()));
       lines_ += verify(entry) + "\n";
     }
   }
 
   std::string summary() const {
-    const std::string unsafe =
-        skipped_ > 0 ? fmt::format(" {} skipped (unsafe path).", skipped_) : "";
-    return fmt::format("{} OK, {} failed, {} missing of {} entries.{}", ok_, failed_, missing_,
-                       entryCount_, unsafe);
+    const std::string unsafe = skipped_ > 0 ? fmt::format(" {} skipped (unsafe path).", skipped_) : "";
+    return fmt::format("{} OK, {} failed, {} missing of {} entries.{}", ok_, failed_, missing_, entryCount_, unsafe);
   }
 
   std::string report() const {
     constexpr int ruleLength = 40;
-    return fmt::format("Checksum verification — {}\n{:─<{}}\n{}\n{}\n", list_.fileName(), "",
-                       ruleLength, lines_, summary());
+    return fmt::format("Checksum verification — {}\n{:─<{}}\n{}\n{}\n", list_.fileName(), "", ruleLength, lines_,
+                       summary());
   }
 
  private:
@@ -83,8 +80,7 @@ class Verification {
 
   bool matches(InputHandle file, const ChecksumEntry& entry) const {
     const auto algorithm = algorithmOfDigestLength(entry.hash.size());
-    return algorithm &&
-           digestOf(std::move(file), *algorithm, context_.stopToken()) == lowerCased(entry.hash);
+    return algorithm && digestOf(std::move(file), *algorithm, context_.stopToken()) == lowerCased(entry.hash);
   }
 
   // A line break in a name must not pass for a line of the report.
@@ -144,13 +140,12 @@ const AcceptedInputs& ChecksumVerifyOperation::accepts() {
   return accepts;
 }
 
-OutputFile ChecksumVerifyOperation::processFile(const InputFile& input,
-                                                OperationContext& context) const {
+OutputFile ChecksumVerifyOperation::processFile(const InputFile& input, OperationContext& context) const {
   context.setStatus(fmt::format("Reading {}…", input.fileName()));
   Verification verification(input, context);
   verification.run();
-  OutputFile output = writeTextOutput(context, input, "verify", "txt", verification.report(),
-                                      "Couldn't write the report.");
+  OutputFile output =
+      writeTextOutput(context, input, "verify", "txt", verification.report(), "Couldn't write the report.");
   context.setStatus(verification.summary());
   return output;
 }

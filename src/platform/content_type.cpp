@@ -16,8 +16,7 @@ namespace {
 // command that looks at no file must not wait for them.
 class Gio {
  public:
-  char* (*guess)(const char* name, const unsigned char* data, std::size_t size,
-                 int* uncertain) = nullptr;
+  char* (*guess)(const char* name, const unsigned char* data, std::size_t size, int* uncertain) = nullptr;
   int (*isA)(const char* type, const char* ancestor) = nullptr;
   void (*free)(void*) = nullptr;
 
@@ -47,8 +46,7 @@ class Gio {
 std::string mimeTypeOfName(const std::filesystem::path& name) {
   const Gio& gio = Gio::loaded();
   const std::string file = name.filename().string();
-  const std::unique_ptr<char, void (*)(void*)> type(gio.guess(file.c_str(), nullptr, 0, nullptr),
-                                                    gio.free);
+  const std::unique_ptr<char, void (*)(void*)> type(gio.guess(file.c_str(), nullptr, 0, nullptr), gio.free);
   return type ? type.get() : "application/octet-stream";
 }
 

@@ -73,8 +73,7 @@ std::string Digest::finishHex() {
   unsigned length = 0;
   require(EVP_DigestFinal_ex(contextIn(state_.get()), bytes.data(), &length));
   std::string hex;
-  for (unsigned i = 0; i < length; ++i)
-    fmt::format_to(std::back_inserter(hex), "{:02x}", bytes.at(i));
+  for (unsigned i = 0; i < length; ++i) fmt::format_to(std::back_inserter(hex), "{:02x}", bytes.at(i));
   return hex;
 }
 

@@ -49,8 +49,7 @@ ReadableFile ReadableFile::open(const std::filesystem::path& path) {
   return ReadableFile(std::move(descriptor));
 }
 
-ReadableFile ReadableFile::openBeneath(const std::filesystem::path& folder,
-                                       const std::filesystem::path& name) {
+ReadableFile ReadableFile::openBeneath(const std::filesystem::path& folder, const std::filesystem::path& name) {
   const FileDescriptor root(::open(folder.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
   if (!root) throwErrno("open folder");
   // A look that opens nothing comes first, as in open().
@@ -71,8 +70,7 @@ std::size_t ReadableFile::read(std::span<std::byte> bytes) {
   } while (count < 0 && errno == EINTR);
   if (count < 0) throwErrno("read");
   if (count == 0 && !bytes.empty() && position_ < size_) {
-    throw std::system_error(EIO, std::generic_category(),
-                            "the file became shorter while it was read");
+    throw std::system_error(EIO, std::generic_category(), "the file became shorter while it was read");
   }
   position_ += count;
   return static_cast<std::size_t>(count);

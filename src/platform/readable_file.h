@@ -24,8 +24,7 @@ class ReadableFile {
   // Opens `name`, relative to and inside `folder`. A link may lead elsewhere inside the folder,
   // never out of it: that throws std::system_error with EXDEV, as an absolute `name` or one with
   // too many ".." does.
-  static ReadableFile openBeneath(const std::filesystem::path& folder,
-                                  const std::filesystem::path& name);
+  static ReadableFile openBeneath(const std::filesystem::path& folder, const std::filesystem::path& name);
 
   // The next bytes of the file, at most bytes.size() of them; 0 at its end. Throws
   // std::system_error if reading fails, or with EIO if the file ends before the size that it had

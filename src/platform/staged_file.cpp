@@ -29,8 +29,8 @@ constexpr mode_t outputMode = 0666;  // less the umask
 constexpr std::size_t fewFiles = 16;
 
 bool isHiddenName(std::string_view name) {
-  return name.size() == hiddenPrefix.size() + uuidLength + hiddenSuffix.size() &&
-         name.starts_with(hiddenPrefix) && name.ends_with(hiddenSuffix);
+  return name.size() == hiddenPrefix.size() + uuidLength + hiddenSuffix.size() && name.starts_with(hiddenPrefix) &&
+         name.ends_with(hiddenSuffix);
 }
 
 bool lock(int descriptor) {
@@ -42,14 +42,12 @@ bool lock(int descriptor) {
 bool isStillNamed(int folder, const std::string& name, int descriptor) {
   struct stat named{};
   struct stat opened{};
-  return ::fstatat(folder, name.c_str(), &named, AT_SYMLINK_NOFOLLOW) == 0 &&
-         ::fstat(descriptor, &opened) == 0 && named.st_dev == opened.st_dev &&
-         named.st_ino == opened.st_ino;
+  return ::fstatat(folder, name.c_str(), &named, AT_SYMLINK_NOFOLLOW) == 0 && ::fstat(descriptor, &opened) == 0 &&
+         named.st_dev == opened.st_dev && named.st_ino == opened.st_ino;
 }
 
 std::error_code flushDescriptor(int descriptor) {
-  return ::fsync(descriptor) == 0 ? std::error_code()
-                                  : std::error_code(errno, std::generic_category());
+  return ::fsync(descriptor) == 0 ? std::error_code() : std::error_code(errno, std::generic_category());
 }
 
 bool lacksUnnamedFiles(int error) {
@@ -101,19 +99,16 @@ void OutputFolder::flush() const {
 }
 
 void OutputFolder::sweepLeftovers() const {
-  const std::unique_ptr<DIR, int (*)(DIR*)> listing(::fdopendir(::dup(descriptor())), &::closedir);
+  // Opened anew, since a listing moves the position of its descriptor and closes it.
+  const std::unique_ptr<DIR, int (*)(DIR*)> listing(::opendir(path_.c_str()), &::closedir);
   if (!listing) return;
-  ::rewinddir(listing.get());
   while (const dirent* entry = ::readdir(listing.get())) {
     if (isHiddenName(entry->d_name)) removeIfAbandoned(descriptor(), entry->d_name);
   }
 }
 
-StagedFile::StagedFile(std::shared_ptr<const OutputFolder> folder, FileDescriptor descriptor,
-                       std::string hiddenName)
-    : folder_(std::move(folder)),
-      descriptor_(std::move(descriptor)),
-      hiddenName_(std::move(hiddenName)) {}
+StagedFile::StagedFile(std::shared_ptr<const OutputFolder> folder, FileDescriptor descriptor, std::string hiddenName)
+    : folder_(std::move(folder)), descriptor_(std::move(descriptor)), hiddenName_(std::move(hiddenName)) {}
 
 StagedFile StagedFile::create(std::shared_ptr<const OutputFolder> folder, Staging staging) {
   constexpr int flags = O_WRONLY | O_CLOEXEC;
@@ -123,10 +118,8 @@ StagedFile StagedFile::create(std::shared_ptr<const OutputFolder> folder, Stagin
     if (!lacksUnnamedFiles(errno)) throwErrno("open unnamed file");
   }
   for (;;) {
-    std::string name =
-        std::string(hiddenPrefix) + Uuid::random().text() + std::string(hiddenSuffix);
-    FileDescriptor hidden(
-        ::openat(folder->descriptor(), name.c_str(), O_CREAT | O_EXCL | flags, outputMode));
+    std::string name = std::string(hiddenPrefix) + Uuid::random().text() + std::string(hiddenSuffix);
+    FileDescriptor hidden(::openat(folder->descriptor(), name.c_str(), O_CREAT | O_EXCL | flags, outputMode));
     if (!hidden) throwErrno("open hidden file");
     // A file system without locks is one whose leftovers are taken for abandoned only by the next
     // run.
@@ -147,8 +140,7 @@ std::error_code StagedFile::flush() const {
 
 bool StagedFile::publishAs(const std::string& name) {
   if (hiddenName_.empty()) return linkUnnamed(descriptor(), folder_->descriptor(), name.c_str());
-  if (!renameWithoutReplacing(folder_->descriptor(), hiddenName_.c_str(), name.c_str()))
-    return false;
+  if (!renameWithoutReplacing(folder_->descriptor(), hiddenName_.c_str(), name.c_str())) return false;
   hiddenName_.clear();
   return true;
 }

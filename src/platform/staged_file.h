@@ -48,8 +48,7 @@ class StagedFile {
   enum class Staging { unnamedWherePossible, hiddenSibling };
 
   // Throws std::system_error. The folder is shared with every file staged in it.
-  static StagedFile create(std::shared_ptr<const OutputFolder> folder,
-                           Staging staging = Staging::unnamedWherePossible);
+  static StagedFile create(std::shared_ptr<const OutputFolder> folder, Staging staging = Staging::unnamedWherePossible);
   StagedFile(StagedFile&&) noexcept = default;
   StagedFile& operator=(StagedFile&&) = delete;
   // Discards the file unless it was published.
@@ -68,8 +67,7 @@ class StagedFile {
   bool publishAs(const std::string& name);
 
  private:
-  StagedFile(std::shared_ptr<const OutputFolder> folder, FileDescriptor descriptor,
-             std::string hiddenName);
+  StagedFile(std::shared_ptr<const OutputFolder> folder, FileDescriptor descriptor, std::string hiddenName);
 
   std::shared_ptr<const OutputFolder> folder_;
   FileDescriptor descriptor_;

@@ -4,29 +4,12 @@
 #include "platform/task_pool.h"
 
 #include <sched.h>
-#include <tbb/global_control.h>
-#include <tbb/task_arena.h>
 
 #include <algorithm>
+#include <system_error>
+#include <utility>
 
 namespace quirn::platform {
-namespace {
-
-// An arena without places for outside threads, so that every processor serves tasks. By itself the
-// library counts the thread that asks as one of its own and keeps one fewer.
-struct Arena {
-  int threads = activeProcessorCount();
-  tbb::global_control limit{tbb::global_control::max_allowed_parallelism,
-                            static_cast<std::size_t>(threads) + 1};
-  tbb::task_arena arena{threads, 0};
-};
-
-Arena& sharedArena() {
-  static Arena arena;
-  return arena;
-}
-
-}  // namespace
 
 int activeProcessorCount() {
   cpu_set_t processors;
@@ -40,8 +23,47 @@ TaskPool& TaskPool::shared() {
   return pool;
 }
 
+TaskPool::~TaskPool() {
+  {
+    const std::scoped_lock guard(mutex_);
+    isClosing_ = true;
+  }
+  changed_.notify_all();
+  for (std::thread& thread : threads_) thread.join();
+}
+
 void TaskPool::submit(std::function<void()> task) {
-  sharedArena().arena.enqueue(std::move(task));
+  {
+    const std::scoped_lock guard(mutex_);
+    tasks_.push_back(std::move(task));
+    if (tasks_.size() > idleThreads_) addThread();
+  }
+  changed_.notify_one();
+}
+
+void TaskPool::addThread() {
+  if (threads_.size() >= static_cast<std::size_t>(activeProcessorCount())) return;
+  try {
+    threads_.emplace_back([this] { serve(); });
+  } catch (const std::system_error&) {
+    // A machine that gives no more threads makes the work slower, not impossible.
+    if (threads_.empty()) throw;
+  }
+}
+
+void TaskPool::serve() {
+  std::unique_lock guard(mutex_);
+  for (;;) {
+    ++idleThreads_;
+    changed_.wait(guard, [this] { return !tasks_.empty() || isClosing_; });
+    --idleThreads_;
+    if (tasks_.empty()) return;
+    const auto task = std::exchange(tasks_.front(), nullptr);
+    tasks_.pop_front();
+    guard.unlock();
+    task();
+    guard.lock();
+  }
 }
 
 }  // namespace quirn::platform

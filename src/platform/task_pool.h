@@ -5,7 +5,12 @@
 
 #pragma once
 
+#include <condition_variable>
+#include <deque>
 #include <functional>
+#include <mutex>
+#include <thread>
+#include <vector>
 
 namespace quirn::platform {
 
@@ -16,9 +21,27 @@ class TaskPool {
  public:
   static TaskPool& shared();
 
-  // Runs `task` on a thread of the pool, soon. The task lets no exception out. May be called from
-  // any thread.
+  TaskPool() = default;
+  TaskPool(const TaskPool&) = delete;
+  TaskPool& operator=(const TaskPool&) = delete;
+  // Waits for all tasks.
+  ~TaskPool();
+
+  // Runs `task` on a thread of the pool, in order of submission. The task lets no exception out, and doesn't wait for
+  // another task of the pool, which may not have a thread yet. May be called from any thread.
   void submit(std::function<void()> task);
+
+ private:
+  void addThread();  // mutex_ is held
+  void serve();
+
+  std::mutex mutex_;
+  std::condition_variable changed_;
+  // All guarded by mutex_.
+  std::deque<std::function<void()>> tasks_;
+  std::vector<std::thread> threads_;
+  std::size_t idleThreads_ = 0;
+  bool isClosing_ = false;
 };
 
 }  // namespace quirn::platform

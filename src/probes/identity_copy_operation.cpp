@@ -26,8 +26,7 @@ const AcceptedInputs& IdentityCopyOperation::accepts() {
   return accepts;
 }
 
-OutputFile IdentityCopyOperation::processFile(const InputFile& input,
-                                              OperationContext& context) const {
+OutputFile IdentityCopyOperation::processFile(const InputFile& input, OperationContext& context) const {
   context.setStatus(fmt::format("Copying {}…", input.fileName()));
   InputHandle file = context.open(input);
   const std::string dotted = input.url.extension().string();

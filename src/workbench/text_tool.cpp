@@ -9,13 +9,9 @@ namespace quirn {
 namespace {
 
 struct DefaultText {
-  std::string operator()(const ToggleControl& control) const {
-    return control.value ? "true" : "false";
-  }
+  std::string operator()(const ToggleControl& control) const { return control.value ? "true" : "false"; }
   std::string operator()(const ChoiceControl& control) const { return control.value; }
-  std::string operator()(const StepperControl& control) const {
-    return std::to_string(control.value);
-  }
+  std::string operator()(const StepperControl& control) const { return std::to_string(control.value); }
   std::string operator()(const FieldControl& control) const { return control.value; }
 };
 
