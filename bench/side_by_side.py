@@ -6,9 +6,9 @@
 
     side_by_side.py [--rounds N] LABEL -- QUIRN ARGS... -- [NAME TARGET] OTHER ARGS... [-- ...]
 
-Each command is a whole process. {fresh} in Quirn's arguments is a new folder each time: what it wrote is removed only
-at the end, since creating files just after many were deleted is several times slower on ext4 and would be charged to
-whoever runs next. A ratio of 2.0 means that Quirn takes half the time; TARGET is the ratio that it should reach.
+Each command is a whole process. {fresh} in a command is a new folder each time, in QUIRN_BENCH_FOLDER. They are left for
+the calling script to remove at its end: for minutes after many files were deleted, ext4 makes new ones ten times slower.
+A ratio of 2.0 means that Quirn takes half the time; TARGET is the ratio that it should reach.
 """
 
 import argparse
@@ -55,15 +55,12 @@ def main():
     commands = [("quirn", None, quirn)] + [(other[0], float(other[1]), other[2:]) for other in others]
     present = [entry for entry in commands if shutil.which(entry[2][0])]
     figures = {name: [] for name, _, _ in present}
-    fresh_root = tempfile.mkdtemp(prefix="bench-", dir=os.environ.get("QUIRN_BENCH_FOLDER"))
-    try:
-        for turn in range(options.rounds + 1):  # the first fills the caches and is not counted
-            for name, _, command in present:
-                figure = run(command, fresh_root)
-                if turn > 0:
-                    figures[name].append(figure)
-    finally:
-        shutil.rmtree(fresh_root)
+    fresh_root = os.environ.get("QUIRN_BENCH_FOLDER")
+    for turn in range(options.rounds + 1):  # the first fills the caches and is not counted
+        for name, _, command in present:
+            figure = run(command, fresh_root)
+            if turn > 0:
+                figures[name].append(figure)
     print(f"\n{label}")
     for name, target, _ in present:
         wall, cpu, memory = (statistics.median(column) for column in zip(*figures[name]))

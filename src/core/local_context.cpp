@@ -75,11 +75,11 @@ std::vector<InputFile> LocalContext::enumerate(const InputFile& folder) {
 
 LocalContext::Folder LocalContext::outputFolder(const fs::path& path) {
   const std::scoped_lock guard(mutex_);
-  if (const auto known = folders_.find(path); known != folders_.end()) return known->second;
+  if (const auto known = folders_.find(path.native()); known != folders_.end()) return known->second;
   if (folders_.size() >= mostFolders) folders_.clear();
   const auto folder = std::make_shared<const platform::OutputFolder>(path);
   folder->sweepLeftovers();
-  return folders_[path] = folder;
+  return folders_[path.native()] = folder;
 }
 
 std::unique_ptr<StagedOutput> LocalContext::stage(const InputFile& input, std::string_view suffix,
@@ -122,29 +122,36 @@ void LocalContext::publishStaged() {
   for (std::size_t i = 0; i < group.size(); ++i) publish(std::move(group[i]), errors[i]);
 }
 
+fs::path LocalContext::nameFile(HandedOver& item) {
+  const OutputName& name = item.name;
+  fs::path url = name.url;
+  while (!item.file.publishAs(url.filename().string())) {
+    url = uniqueOutputURL(url.parent_path(), name.stem, name.suffix, name.extension);
+  }
+  return url;
+}
+
 void LocalContext::publish(HandedOver item, std::error_code flushError) {
   std::variant<fs::path, OperationError> outcome;
-  OutputName& name = item.name;
   try {
     if (flushError) throw std::system_error(flushError);
-    while (!item.file.publishAs(name.url.filename().string())) {
-      name.url = uniqueOutputURL(name.url.parent_path(), name.stem, name.suffix, name.extension);
-    }
-    outcome = name.url;
+    outcome = nameFile(item);
   } catch (const std::system_error& error) {
-    outcome = OperationError::writeFailed(name.url, error.what());
+    outcome = OperationError::writeFailed(item.name.url, error.what());
   }
+  const auto* url = std::get_if<fs::path>(&outcome);
+  const bool asExpected = url != nullptr && *url == item.name.url;
   const std::scoped_lock guard(mutex_);
-  outcomes_.emplace(item.output.id, std::move(outcome));
   unflushedFolders_.insert(item.file.folder());
+  if (!asExpected) surprises_.emplace(item.output.id, std::move(outcome));
 }
 
 OutputFile LocalContext::published(OutputFile output) {
   const std::scoped_lock guard(mutex_);
-  const auto outcome = outcomes_.find(output.id);
-  if (outcome == outcomes_.end()) return output;
-  if (const auto* error = std::get_if<OperationError>(&outcome->second)) throw OperationError(*error);
-  output.url = std::get<fs::path>(outcome->second);
+  const auto surprise = surprises_.find(output.id);
+  if (surprise == surprises_.end()) return output;
+  if (const auto* error = std::get_if<OperationError>(&surprise->second)) throw OperationError(*error);
+  output.url = std::get<fs::path>(surprise->second);
   return output;
 }
 

@@ -61,14 +61,17 @@ class LocalContext final : public OperationContext {
   Folder outputFolder(const std::filesystem::path& path);
   OutputFile handOver(OutputName name, platform::StagedFile file, OutputRole role);
   void publish(HandedOver item, std::error_code flushError);
+  // Gives the file the kept name, or the next free one.
+  static std::filesystem::path nameFile(HandedOver& item);
   void flushFolders();
 
   std::mutex mutex_;
   // All guarded by mutex_.
-  std::map<std::filesystem::path, Folder> folders_;  // opened and swept
-  std::set<Folder> unflushedFolders_;                // with names that a power cut could still take
+  std::map<std::string, Folder> folders_;  // by path; opened and swept
+  std::set<Folder> unflushedFolders_;      // with names that a power cut could still take
   std::vector<HandedOver> handedOver_;
-  std::map<platform::Uuid, std::variant<std::filesystem::path, OperationError>> outcomes_;
+  // What became of the outputs that are not under the name that was kept for them.
+  std::map<platform::Uuid, std::variant<std::filesystem::path, OperationError>> surprises_;
 };
 
 }  // namespace quirn
