@@ -3,8 +3,9 @@
 
 #include "cli/program.h"
 
-#include <fmt/format.h>
+#include <fcntl.h>
 #include <sys/resource.h>
+#include <unistd.h>
 
 #include <csignal>
 #include <exception>
@@ -40,12 +41,21 @@ void allowManyDescriptors() {
   ::setrlimit(RLIMIT_NOFILE, &limit);
 }
 
+// A program may be started with standard streams closed. The next file opened would take such a number, and what is
+// meant for people would go into it.
+void reserveStandardStreams() {
+  for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
+    if (::fcntl(stream, F_GETFD) < 0) ::open("/dev/null", O_RDONLY);  // takes the lowest free number
+  }
+}
+
 }  // namespace
 
 int runProgram(std::span<const std::string> words) {
   // A closed pipe is an error of writing, with a message and a status, not a silent end in the
   // middle of a run.
   std::signal(SIGPIPE, SIG_IGN);
+  reserveStandardStreams();
   allowManyDescriptors();
   try {
     registerAllOperations(OperationRegistry::shared());

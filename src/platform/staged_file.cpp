@@ -55,6 +55,12 @@ bool lacksUnnamedFiles(int error) {
   return error == EOPNOTSUPP || error == EISDIR || error == EINVAL || error == ENOENT;
 }
 
+// An unnamed file gets its name by way of its entry there; a bare chroot may be without it.
+bool canNameUnnamedFiles() {
+  static const bool canName = ::access("/proc/self/fd", X_OK) == 0;
+  return canName;
+}
+
 void removeIfAbandoned(int folder, const char* name) {
   const FileDescriptor file(::openat(folder, name, O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
   if (file && lock(file.number())) ::unlinkat(folder, name, 0);
@@ -112,7 +118,7 @@ StagedFile::StagedFile(std::shared_ptr<const OutputFolder> folder, FileDescripto
 
 StagedFile StagedFile::create(std::shared_ptr<const OutputFolder> folder, Staging staging) {
   constexpr int flags = O_WRONLY | O_CLOEXEC;
-  if (staging == Staging::unnamedWherePossible) {
+  if (staging == Staging::unnamedWherePossible && canNameUnnamedFiles()) {
     FileDescriptor unnamed(::openat(folder->descriptor(), ".", O_TMPFILE | flags, outputMode));
     if (unnamed) return {std::move(folder), std::move(unnamed), {}};
     if (!lacksUnnamedFiles(errno)) throwErrno("open unnamed file");
