@@ -1,17 +1,17 @@
 # SPDX-FileCopyrightText: Quirn contributors
 # SPDX-License-Identifier: GPL-3.0-or-later
 
-# Every tests/**/*_test.cpp and the shared tests/support/*.cpp in one program, quirn_tests.
+# Every tests/**/*.cpp in one program, quirn_tests.
 
-file(GLOB_RECURSE tests CONFIGURE_DEPENDS "${PROJECT_SOURCE_DIR}/tests/*_test.cpp")
-file(GLOB_RECURSE support CONFIGURE_DEPENDS "${PROJECT_SOURCE_DIR}/tests/support/*.cpp")
+file(GLOB_RECURSE tests CONFIGURE_DEPENDS "${PROJECT_SOURCE_DIR}/tests/*.cpp")
+file(GLOB support CONFIGURE_DEPENDS "${PROJECT_SOURCE_DIR}/tests/support/*.cpp")
 find_package(GTest QUIET)
 if(NOT BUILD_TESTING OR NOT GTest_FOUND OR NOT tests OR NOT TARGET quirn)
   return()
 endif()
 
 get_property(layers GLOBAL PROPERTY QUIRN_LAYERS)
-add_executable(quirn_tests ${tests} ${support})
+add_executable(quirn_tests ${tests})
 add_dependencies(quirn_tests quirn)
 target_include_directories(quirn_tests PRIVATE "${PROJECT_SOURCE_DIR}/tests")
 # For support/ alone: a path of this folder in every command would keep a fresh clone from using

@@ -1,0 +1,33 @@
+// SPDX-FileCopyrightText: Quirn contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "contract/samples.h"
+
+namespace quirn::tests {
+namespace {
+
+const std::vector<Sample>& samples() {
+  static const std::vector<Sample> all{
+      {.operationID = "text.hash-files",
+       .files = {{"photo.jpg", "not really a photo"}, {"notes", "a file without an extension"}}},
+      // RFC 1321, A.5: MD5 of "abc" and of nothing.
+      {.operationID = "text.verify-checksums",
+       .files = {{"list.md5",
+                  "900150983cd24fb0d6963f7d28e17f72  abc.txt\n"
+                  "MD5 (empty.txt) = d41d8cd98f00b204e9800998ecf8427e\n"
+                  "d41d8cd98f00b204e9800998ecf8427e  gone.txt\n"},
+                 {"abc.txt", "abc", false},
+                 {"empty.txt", "", false}}},
+      {.operationID = "stub.identity", .files = {{"archive.tar.gz", std::string("\x1F\x8B\0\xFF and more", 13)}}},
+  };
+  return all;
+}
+
+}  // namespace
+
+const Sample* sampleFor(std::string_view operationID) {
+  const auto found = std::ranges::find(samples(), operationID, &Sample::operationID);
+  return found == samples().end() ? nullptr : &*found;
+}
+
+}  // namespace quirn::tests
