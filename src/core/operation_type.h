@@ -33,7 +33,7 @@ class OperationType {
 
   // A new record with the defaults. Only where isConfigurable().
   std::unique_ptr<OperationConfig> defaultConfig() const { return makeConfig_(); }
-  // A copy of a record of this operation.
+  // A copy of a record of this operation; of another's, one that the run refuses.
   std::unique_ptr<OperationConfig> copyOf(const OperationConfig& config) const { return copyConfig_(config); }
   // The controls for such a record; none for a record of another operation, or without settings.
   Panel configPanel(const OperationConfig& config) const { return panel_ ? panel_(config) : Panel(); }
@@ -90,8 +90,9 @@ OperationType OperationType::of() {
   if constexpr (detail::HasConfig<Operation>) {
     using Config = typename Operation::Config;
     type.makeConfig_ = [] { return std::make_unique<Config>(); };
-    type.copyConfig_ = [](const OperationConfig& config) {
-      return std::make_unique<Config>(dynamic_cast<const Config&>(config));
+    type.copyConfig_ = [](const OperationConfig& config) -> std::unique_ptr<OperationConfig> {
+      if (typeid(config) != typeid(Config)) return std::make_unique<OperationConfig>();
+      return std::make_unique<Config>(static_cast<const Config&>(config));
     };
     type.panel_ = [](const OperationConfig& config) {
       return typeid(config) == typeid(Config) ? Config::panel() : Panel();
