@@ -21,7 +21,9 @@ fs::path environmentPath(const char* variable) {
 fs::path configurationFolder() {
   // The standard has relative paths ignored.
   const fs::path chosen = environmentPath("XDG_CONFIG_HOME");
-  return chosen.is_absolute() ? chosen : environmentPath("HOME") / ".config";
+  if (chosen.is_absolute()) return chosen;
+  const fs::path home = environmentPath("HOME");
+  return home.is_absolute() ? home / ".config" : fs::path();
 }
 
 // One line a key. A folder's name may hold a line feed, so that is written as "\n", and "\" as
@@ -54,8 +56,10 @@ std::string unescaped(std::string_view line) {
 
 }  // namespace
 
-Preferences::Preferences(std::string_view domain)
-    : file_(configurationFolder() / "quirn" / (std::string(domain) + ".conf")) {}
+Preferences::Preferences(std::string_view domain) {
+  const fs::path folder = configurationFolder();
+  if (!folder.empty()) file_ = folder / "quirn" / (std::string(domain) + ".conf");
+}
 
 Preferences Preferences::at(fs::path file) {
   Preferences preferences;
@@ -81,6 +85,7 @@ std::optional<std::string> Preferences::value(std::string_view key) const {
 }
 
 bool Preferences::setValue(std::string_view key, std::optional<std::string> value) const {
+  if (file_.empty()) return false;
   auto values = read();
   if (value) {
     values[std::string(key)] = *value;
