@@ -30,7 +30,8 @@ constexpr std::size_t fewFiles = 16;
 
 bool isHiddenName(std::string_view name) {
   return name.size() == hiddenPrefix.size() + uuidLength + hiddenSuffix.size() && name.starts_with(hiddenPrefix) &&
-         name.ends_with(hiddenSuffix);
+         name.ends_with(hiddenSuffix) &&
+         name.substr(hiddenPrefix.size(), uuidLength).find_first_not_of("0123456789abcdef-") == std::string_view::npos;
 }
 
 bool lock(int descriptor) {
@@ -62,6 +63,9 @@ bool canNameUnnamedFiles() {
 }
 
 void removeIfAbandoned(int folder, const char* name) {
+  struct stat status{};
+  const bool isFile = ::fstatat(folder, name, &status, AT_SYMLINK_NOFOLLOW) == 0 && S_ISREG(status.st_mode);
+  if (!isFile) return;
   const FileDescriptor file(::openat(folder, name, O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
   if (file && lock(file.number())) ::unlinkat(folder, name, 0);
 }
