@@ -42,15 +42,8 @@ std::optional<BsdMarks> bsdMarks(std::string_view line) {
   return marks;
 }
 
-std::optional<ChecksumEntry> parseBsd(std::string_view line, const BsdMarks& marks) {
-  const std::string_view name = trimmed(line.substr(marks.open + 1, marks.close - marks.open - 1));
-  const std::string_view hash = trimmed(line.substr(marks.equals + 1));
-  if (name.empty() || !isHash(hash)) return std::nullopt;
-  return ChecksumEntry{std::string(hash), std::string(name)};
-}
-
-// GNU programs put a backslash before the hash of a name in which "\", line feed and carriage
-// return are written as "\\", "\n" and "\r".
+// GNU programs begin the line of a name in which "\", line feed and carriage return are written as
+// "\\", "\n" and "\r" with a backslash, in either form.
 std::string unescapedName(std::string_view escaped) {
   std::string name;
   for (std::size_t i = 0; i < escaped.size(); ++i) {
@@ -62,6 +55,13 @@ std::string unescapedName(std::string_view escaped) {
     name += code == 'n' ? '\n' : code == 'r' ? '\r' : code;
   }
   return name;
+}
+
+std::optional<ChecksumEntry> parseBsd(std::string_view line, const BsdMarks& marks) {
+  const std::string_view name = trimmed(line.substr(marks.open + 1, marks.close - marks.open - 1));
+  const std::string_view hash = trimmed(line.substr(marks.equals + 1));
+  if (name.empty() || !isHash(hash)) return std::nullopt;
+  return ChecksumEntry{std::string(hash), line.starts_with('\\') ? unescapedName(name) : std::string(name)};
 }
 
 std::optional<ChecksumEntry> parseGnu(std::string_view line) {
