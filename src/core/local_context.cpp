@@ -17,6 +17,12 @@ namespace {
 constexpr std::size_t mostWaiting = 4096;
 constexpr std::size_t mostFolders = 64;
 
+// What a name gives behind which no file can be.
+bool leadsNowhere(const std::error_code& error) {
+  return error == std::errc::no_such_file_or_directory || error == std::errc::not_a_directory ||
+         error == std::errc::too_many_symbolic_link_levels || error == std::errc::filename_too_long;
+}
+
 }  // namespace
 
 class LocalContext::Output final : public StagedOutput {
@@ -51,9 +57,7 @@ Neighbour LocalContext::openNeighbour(const InputFile& input, const fs::path& na
             InputHandle(platform::ReadableFile::openBeneath(folder, *inside), folder / *inside)};
   } catch (const std::system_error& error) {
     if (error.code() == std::errc::cross_device_link) return {Neighbour::Place::outside, std::nullopt};
-    const bool missing =
-        error.code() == std::errc::no_such_file_or_directory || error.code() == std::errc::not_a_directory;
-    if (missing) return {Neighbour::Place::missing, std::nullopt};
+    if (leadsNowhere(error.code())) return {Neighbour::Place::missing, std::nullopt};
     throw OperationError::readFailed(folder / *inside,
                                      std::string("Couldn't open the file for reading. ") + error.what());
   }

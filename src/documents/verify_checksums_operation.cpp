@@ -51,8 +51,8 @@ class Verification {
 
   std::string report() const {
     constexpr int ruleLength = 40;
-    return fmt::format("Checksum verification — {}\n{:─<{}}\n{}\n{}\n", list_.fileName(), "", ruleLength, lines_,
-                       summary());
+    return fmt::format("Checksum verification — {}\n{:─<{}}\n{}\n{}\n", platform::displayText(list_.fileName()), "",
+                       ruleLength, lines_, summary());
   }
 
  private:
