@@ -13,10 +13,6 @@ namespace quirn {
 namespace fs = std::filesystem;
 namespace {
 
-// Each waiting output and each open folder holds a descriptor.
-constexpr std::size_t mostWaiting = 4096;
-constexpr std::size_t mostFolders = 64;
-
 // What a name gives behind which no file can be.
 bool leadsNowhere(const std::error_code& error) {
   return error == std::errc::no_such_file_or_directory || error == std::errc::not_a_directory ||
@@ -80,7 +76,7 @@ std::vector<InputFile> LocalContext::enumerate(const InputFile& folder) {
 LocalContext::Folder LocalContext::outputFolder(const fs::path& path) {
   const std::scoped_lock guard(mutex_);
   if (const auto known = folders_.find(path.native()); known != folders_.end()) return known->second;
-  if (folders_.size() >= mostFolders) folders_.clear();
+  if (folders_.size() >= mostFolders_) folders_.clear();
   const auto folder = std::make_shared<const platform::OutputFolder>(path);
   folder->sweepLeftovers();
   return folders_[path.native()] = folder;
@@ -107,17 +103,18 @@ OutputFile LocalContext::handOver(OutputName name, platform::StagedFile file, Ou
     handedOver_.push_back({output, std::move(name), std::move(file)});
     waiting = handedOver_.size();
   }
-  if (waiting >= mostWaiting) publishStaged();
+  if (waiting >= mostWaiting_) publishStaged();
   return output;
 }
 
 void LocalContext::publishStaged() {
+  const std::scoped_lock oneAtATime(publishing_);
   std::vector<HandedOver> group;
   bool manyFolders = false;
   {
     const std::scoped_lock guard(mutex_);
     group.swap(handedOver_);
-    manyFolders = unflushedFolders_.size() >= mostFolders;
+    manyFolders = unflushedFolders_.size() >= mostFolders_;
   }
   if (manyFolders) flushFolders();
   std::vector<const platform::StagedFile*> files;

@@ -11,6 +11,8 @@
 
 #pragma once
 
+#include <algorithm>
+#include <cstddef>
 #include <map>
 #include <memory>
 #include <mutex>
@@ -22,6 +24,7 @@
 
 #include "core/operation_context.h"
 #include "core/operation_error.h"
+#include "platform/file_descriptor.h"
 #include "platform/staged_file.h"
 
 namespace quirn {
@@ -65,6 +68,14 @@ class LocalContext final : public OperationContext {
   static std::filesystem::path nameFile(HandedOver& item);
   void flushFolders();
 
+  // Each waiting output and each open folder holds a descriptor; together they take about half of
+  // those that the process may have, even where every output has a folder of its own.
+  const std::size_t mostWaiting_ = std::clamp<std::size_t>(platform::descriptorLimit() / 16, 1, 4096);
+  const std::size_t mostFolders_ = std::clamp<std::size_t>(platform::descriptorLimit() / 8, 1, 64);
+
+  // One group is published at a time, so that whoever asks for an output behind that finds it, and
+  // no more than one gathers meanwhile. Taken before mutex_.
+  std::mutex publishing_;
   std::mutex mutex_;
   // All guarded by mutex_.
   std::map<std::string, Folder> folders_;  // by path; opened and swept

@@ -3,6 +3,7 @@
 
 #include "platform/file_descriptor.h"
 
+#include <sys/resource.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -12,6 +13,12 @@ namespace quirn::platform {
 
 FileDescriptor::~FileDescriptor() {
   if (number_ >= 0) ::close(number_);
+}
+
+std::size_t descriptorLimit() {
+  rlimit limit{};
+  if (::getrlimit(RLIMIT_NOFILE, &limit) != 0) throwErrno("getrlimit");
+  return limit.rlim_cur;
 }
 
 void throwErrno(const char* what) {

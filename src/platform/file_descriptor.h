@@ -30,6 +30,9 @@ class FileDescriptor {
   int number_ = -1;
 };
 
+// How many files this process may have open at once.
+std::size_t descriptorLimit();
+
 // Throws std::system_error for the current errno. `what` names the call, for developers.
 [[noreturn]] void throwErrno(const char* what);
 
