@@ -36,6 +36,10 @@ Option jsonOption(bool& json) {
   throw UsageError(fmt::format("“{1}” is one argument too many. See “quirn help {0}”.", command, argument));
 }
 
+void require(bool given, std::string_view command, std::string_view what) {
+  if (!given) throw UsageError(fmt::format("“quirn {0}” needs {1}. See “quirn help {0}”.", command, what));
+}
+
 // For a command that takes one argument.
 std::function<void(std::string)> only(std::string command, std::string& target) {
   return [command = std::move(command), &target](std::string argument) {
@@ -59,6 +63,7 @@ CommandSyntax runSyntax(RunArguments& run) {
           .addArgument =
               [&run](std::string argument) {
                 if (run.operation.empty()) {
+                  require(!argument.empty(), "run", "an operation");
                   run.operation = std::move(argument);
                 } else {
                   run.files.emplace_back(std::move(argument));
@@ -119,10 +124,6 @@ const CommandSyntax& commandNamed(const std::vector<CommandSyntax>& commands, co
   for (const CommandSyntax& command : commands) names.push_back(command.name);
   throw UsageError(
       fmt::format("There is no command “{}”. Accepted: {}.{}", name, fmt::join(names, ", "), didYouMean(name, names)));
-}
-
-void require(bool given, std::string_view command, std::string_view what) {
-  if (!given) throw UsageError(fmt::format("“quirn {0}” needs {1}. See “quirn help {0}”.", command, what));
 }
 
 Command chosen(Parsed parsed, const std::vector<CommandSyntax>& commands, const std::string& name) {

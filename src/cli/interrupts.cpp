@@ -11,7 +11,12 @@ namespace quirn::cli {
 
 Interrupts::Interrupts() {
   ::sigemptyset(&signals_);
-  for (const int signal : {SIGINT, SIGTERM, SIGHUP}) ::sigaddset(&signals_, signal);
+  for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
+    struct sigaction action{};
+    const bool isIgnored = ::sigaction(signal, nullptr, &action) == 0 && action.sa_handler == SIG_IGN;
+    // A signal that is held back is kept for the program even if it ignores it.
+    if (!isIgnored) ::sigaddset(&signals_, signal);
+  }
   ::pthread_sigmask(SIG_BLOCK, &signals_, nullptr);
 }
 

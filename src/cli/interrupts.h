@@ -12,7 +12,8 @@ namespace quirn::cli {
 
 class Interrupts {
  public:
-  // Holds back SIGINT, SIGTERM and SIGHUP in this thread and those that it starts.
+  // Holds back SIGINT, SIGTERM and SIGHUP in this thread and those that it starts. One that the
+  // program was started to ignore, as nohup and background jobs are, stays ignored.
   Interrupts();
 
   // The signal that has come since the last call, if any. A second one ends the program on the

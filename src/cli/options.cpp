@@ -61,13 +61,17 @@ bool parseWords(const CommandSyntax& syntax, std::span<const std::string> words)
     if (option.value.empty()) {
       if (equals != std::string::npos) throw UsageError(fmt::format("“{}” takes no value.", option.name));
       option.set({});
-    } else if (equals != std::string::npos) {
-      option.set(word.substr(equals + 1));
-    } else {
-      if (words.empty()) throw UsageError(fmt::format("“{}” needs a value: {} {}.", word, word, option.value));
-      option.set(words.front());
+      continue;
+    }
+    std::string value;
+    if (equals != std::string::npos) {
+      value = word.substr(equals + 1);
+    } else if (!words.empty()) {
+      value = words.front();
       words = words.subspan(1);
     }
+    if (value.empty()) throw UsageError(fmt::format("“{0}” needs a value: {0} {1}.", option.name, option.value));
+    option.set(std::move(value));
   }
   return false;
 }

@@ -55,6 +55,8 @@ int runProgram(std::span<const std::string> words) {
   // A closed pipe is an error of writing, with a message and a status, not a silent end in the
   // middle of a run.
   std::signal(SIGPIPE, SIG_IGN);
+  // So is a limit on the size of files.
+  std::signal(SIGXFSZ, SIG_IGN);
   reserveStandardStreams();
   allowManyDescriptors();
   try {

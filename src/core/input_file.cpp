@@ -55,6 +55,7 @@ std::string upperCased(std::string_view text) {
 }
 
 fs::path located(const fs::path& path) {
+  if (path.empty()) return path;
   const fs::path absolute = withoutTrailingSlash(fs::absolute(path));
   const bool climbs = std::ranges::find(absolute, fs::path("..")) != absolute.end();
   if (!climbs) return withoutTrailingSlash(absolute.lexically_normal());

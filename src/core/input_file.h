@@ -60,7 +60,7 @@ struct Intake {
 Intake takeIn(std::span<const std::filesystem::path> locations);
 
 // The absolute location of a path from the command line or a drop, without "." and ".." as far as
-// that can't lead to another file.
+// that can't lead to another file. An empty path stays empty: nothing is there.
 std::filesystem::path located(const std::filesystem::path& path);
 
 // ASCII letters only, as extensions and type names are compared.
