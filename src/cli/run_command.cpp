@@ -55,14 +55,6 @@ Intake inputsFor(const OperationType& type, const std::vector<std::filesystem::p
   return intake;
 }
 
-OperationResult withUnreadable(OperationResult result, std::vector<FileFailure> unreadable) {
-  if (unreadable.empty()) return result;
-  result.failures.insert(result.failures.begin(), std::make_move_iterator(unreadable.begin()),
-                         std::make_move_iterator(unreadable.end()));
-  result.summary = failureSummary(result.outputs.size(), result.failures);
-  return result;
-}
-
 class RunCommand {
  public:
   RunCommand(const OperationType& type, const RunArguments& arguments)
