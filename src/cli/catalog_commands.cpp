@@ -19,10 +19,12 @@ using platform::JsonArray;
 using platform::JsonValue;
 using Types = std::vector<const OperationType*>;
 
-void printTypes(const Types& types, bool json) {
+}  // namespace
+
+void printOperations(const Types& types, bool json) {
   if (json) {
     JsonArray array;
-    for (const OperationType* type : types) array.push_back(identityAsJson(type->info()));
+    for (const OperationType* type : types) array.push_back(identityAsJson(*type));
     printLine(JsonValue(std::move(array)).text());
     return;
   }
@@ -30,12 +32,11 @@ void printTypes(const Types& types, bool json) {
   for (const OperationType* type : types) width = std::max(width, type->info().operationID.size());
   std::string lines;
   for (const OperationType* type : types) {
-    lines += fmt::format("{:<{}}  {}\n", type->info().operationID, width, type->info().displayName);
+    lines += fmt::format("{:<{}}  {}{}\n", type->info().operationID, width, type->info().displayName,
+                         type->isBuilt() ? "" : " (not built yet)");
   }
   print(lines);
 }
-
-}  // namespace
 
 int listCommand(const OperationRegistry& registry, const ListArguments& arguments) {
   std::optional<OperationCategory> category;
@@ -44,7 +45,7 @@ int listCommand(const OperationRegistry& registry, const ListArguments& argument
   for (const OperationType& type : registry.operations()) {
     if (!category || type.info().category == *category) types.push_back(&type);
   }
-  printTypes(types, arguments.json);
+  printOperations(types, arguments.json);
   return static_cast<int>(ExitStatus::done);
 }
 
@@ -63,7 +64,7 @@ int suggestCommand(const OperationRegistry& registry, const SuggestArguments& ar
   for (const FileFailure& failure : intake.unreadable) say(failure.message, Tone::bad);
   const Types types = intake.files.empty() ? Types() : registry.suggestions(intake.files);
   if (types.empty()) say("No operations match these files.");
-  printTypes(types, arguments.json);
+  printOperations(types, arguments.json);
   return static_cast<int>(intake.unreadable.empty() ? ExitStatus::done : ExitStatus::failed);
 }
 

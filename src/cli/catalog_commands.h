@@ -34,4 +34,7 @@ struct SuggestArguments {
 };
 int suggestCommand(const OperationRegistry& registry, const SuggestArguments& arguments);
 
+// Identifiers and names in columns, or all identities as one line of JSON.
+void printOperations(const std::vector<const OperationType*>& types, bool json);
+
 }  // namespace quirn::cli

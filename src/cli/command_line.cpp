@@ -25,6 +25,8 @@ struct Parsed {
   ListArguments list;
   DescribeArguments describe;
   SuggestArguments suggest;
+  SearchArguments search;
+  UrlArguments url;
   HelpArguments help;
 };
 
@@ -103,6 +105,30 @@ CommandSyntax suggestSyntax(SuggestArguments& suggest) {
           .more = ""};
 }
 
+CommandSyntax searchSyntax(SearchArguments& search) {
+  return {.name = "search",
+          .arguments = "WORD...",
+          .summary = "Find operations by what you would call them",
+          .options = {{"--for", "FILE", "Of equals, put first what can run on this file; repeatable",
+                       [&search](std::string file) { search.files.emplace_back(std::move(file)); }},
+                      jsonOption(search.json)},
+          .addArgument = [&search](std::string word) { search.words.push_back(std::move(word)); },
+          .more = "Example: quirn search jpg to pdf"};
+}
+
+CommandSyntax urlSyntax(UrlArguments& url) {
+  return {.name = "url",
+          .arguments = "URL",
+          .summary = "Do what a quirn:// link asks for",
+          .options = {{"--out", "DIR", "Put outputs in this folder instead of beside their inputs",
+                       [&url](const std::string& folder) { url.out = located(folder); }},
+                      jsonOption(url.json)},
+          .addArgument = only("url", url.url),
+          .more =
+              "quirn://run?op=OPERATION&path=FILE&path=FILE runs an operation on the files;\n"
+              "quirn://open?path=FILE lists the operations for them."};
+}
+
 CommandSyntax helpSyntax(HelpArguments& help) {
   return {.name = "help",
           .arguments = "[COMMAND]",
@@ -113,8 +139,9 @@ CommandSyntax helpSyntax(HelpArguments& help) {
 }
 
 std::vector<CommandSyntax> allCommands(Parsed& parsed) {
-  return {runSyntax(parsed.run), listSyntax(parsed.list), describeSyntax(parsed.describe),
-          suggestSyntax(parsed.suggest), helpSyntax(parsed.help)};
+  return {runSyntax(parsed.run),         listSyntax(parsed.list),     describeSyntax(parsed.describe),
+          suggestSyntax(parsed.suggest), searchSyntax(parsed.search), urlSyntax(parsed.url),
+          helpSyntax(parsed.help)};
 }
 
 const CommandSyntax& commandNamed(const std::vector<CommandSyntax>& commands, const std::string& name) {
@@ -139,6 +166,14 @@ Command chosen(Parsed parsed, const std::vector<CommandSyntax>& commands, const 
   if (name == "suggest") {
     require(!parsed.suggest.files.empty(), name, "a file");
     return std::move(parsed.suggest);
+  }
+  if (name == "search") {
+    require(!parsed.search.words.empty(), name, "a word");
+    return std::move(parsed.search);
+  }
+  if (name == "url") {
+    require(!parsed.url.url.empty(), name, "a URL");
+    return std::move(parsed.url);
   }
   const std::string& topic = parsed.help.topic;
   return Printout{topic.empty() ? helpOnAll(commands) : helpOn(commandNamed(commands, topic))};

@@ -11,6 +11,8 @@
 
 #include "cli/catalog_commands.h"
 #include "cli/run_command.h"
+#include "cli/search_command.h"
+#include "cli/url_command.h"
 
 namespace quirn::cli {
 
@@ -19,7 +21,8 @@ struct Printout {
   std::string text;
 };
 
-using Command = std::variant<Printout, RunArguments, ListArguments, DescribeArguments, SuggestArguments>;
+using Command = std::variant<Printout, RunArguments, ListArguments, DescribeArguments, SuggestArguments,
+                             SearchArguments, UrlArguments>;
 
 // `words` are those behind the program's name. Throws UsageError, whose message names what is
 // accepted.

@@ -59,16 +59,16 @@ std::string asText(const Control& control, const OperationConfig& defaults) {
 
 }  // namespace
 
-JsonObject identityAsJson(const OperationInfo& info) {
-  return {{"operationID", info.operationID},
-          {"displayName", info.displayName},
-          {"category", enumeratorName(info.category)},
-          {"iconName", info.iconName},
-          {"aliases", texts(info.aliases)}};
+JsonObject identityAsJson(const OperationType& type) {
+  const OperationInfo& info = type.info();
+  return {
+      {"operationID", info.operationID}, {"displayName", info.displayName}, {"category", enumeratorName(info.category)},
+      {"iconName", info.iconName},       {"aliases", texts(info.aliases)},  {"built", type.isBuilt()}};
 }
 
 JsonObject descriptionAsJson(const OperationType& type) {
-  JsonObject object = identityAsJson(type.info());
+  JsonObject object = identityAsJson(type);
+  if (!type.isBuilt()) return object;
   object.emplace_back("about", type.info().about);
   object.emplace_back("accepts", type.accepts().description());
   const Panel panel = type.defaultPanel();
@@ -84,6 +84,10 @@ JsonObject descriptionAsJson(const OperationType& type) {
 
 std::string descriptionAsText(const OperationType& type) {
   const OperationInfo& info = type.info();
+  if (!type.isBuilt()) {
+    return fmt::format("{} — {}\nNot built yet.\n\nCategory: {}\nAliases:  {}\n", info.operationID, info.displayName,
+                       enumeratorName(info.category), fmt::join(info.aliases, ", "));
+  }
   std::string text = fmt::format("{} — {}\n{}\n\nCategory: {}\nAccepts:  {}\nAliases:  {}\n", info.operationID,
                                  info.displayName, info.about, enumeratorName(info.category),
                                  type.accepts().description(), fmt::join(info.aliases, ", "));

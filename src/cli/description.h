@@ -12,10 +12,10 @@
 
 namespace quirn::cli {
 
-// Identifier, name, category, icon and aliases.
-platform::JsonObject identityAsJson(const OperationInfo& info);
+// Identifier, name, category, icon and aliases, and whether it is built.
+platform::JsonObject identityAsJson(const OperationType& type);
 
-// Identity, accepted inputs and every control.
+// Identity, accepted inputs and every control; of an operation that isn't built, its identity.
 platform::JsonObject descriptionAsJson(const OperationType& type);
 std::string descriptionAsText(const OperationType& type);
 

@@ -30,6 +30,8 @@ struct Dispatch {
   int operator()(const ListArguments& arguments) const { return listCommand(registry, arguments); }
   int operator()(const DescribeArguments& arguments) const { return describeCommand(registry, arguments); }
   int operator()(const SuggestArguments& arguments) const { return suggestCommand(registry, arguments); }
+  int operator()(const SearchArguments& arguments) const { return searchCommand(registry, arguments); }
+  int operator()(const UrlArguments& arguments) const { return urlCommand(registry, arguments); }
 };
 
 // Outputs wait for the disk in groups, each with a descriptor; the usual limit is there for

@@ -55,20 +55,13 @@ Intake inputsFor(const OperationType& type, const std::vector<std::filesystem::p
   return intake;
 }
 
-OperationResult withUnreadable(OperationResult result, std::vector<FileFailure> unreadable) {
-  if (unreadable.empty()) return result;
-  result.failures.insert(result.failures.begin(), std::make_move_iterator(unreadable.begin()),
-                         std::make_move_iterator(unreadable.end()));
-  result.summary = failureSummary(result.outputs.size(), result.failures);
-  return result;
-}
-
 class RunCommand {
  public:
   RunCommand(const OperationType& type, const RunArguments& arguments)
       : type_(type), arguments_(arguments), config_(settingsOf(type, arguments.settings)) {}
 
   int run() {
+    if (!type_.isBuilt()) return reportUnbuilt();
     try {
       Intake intake = inputsFor(type_, arguments_.files);
       const OperationResult result = resultOn(std::move(intake.files));
@@ -79,6 +72,10 @@ class RunCommand {
       reportError(OperationError::cancelled(), ExitStatus::interrupted);
       constexpr int signalBase = 128;  // how shells tell of a program that a signal ended
       return signalBase + interrupts_.received().value_or(SIGINT);
+    } catch (const OutputLost&) {
+      throw;
+    } catch (const std::exception& fault) {
+      return reportError(OperationError::engineFailed("the run", fault.what()), ExitStatus::failed);
     }
   }
 
@@ -133,14 +130,25 @@ class RunCommand {
             {"failures", std::move(failures)}};
   }
 
+  int reportUnbuilt() const {
+    const std::string message = fmt::format("{} isn’t built yet.", type_.info().displayName);
+    printError("unbuilt", message);
+    say(message, Tone::bad);
+    return static_cast<int>(ExitStatus::failed);
+  }
+
   int reportError(const OperationError& error, ExitStatus status) const {
-    if (arguments_.json) {
-      const JsonObject details{{"kind", enumeratorName(error.kind())}, {"message", error.userMessage()}};
-      printLine(platform::JsonValue(JsonObject{{"operation", type_.info().operationID}, {"error", details}}).text());
-    }
+    printError(enumeratorName(error.kind()), error.userMessage());
     say(error.userMessage(), Tone::bad);
     if (arguments_.verbose && !error.underlying().empty()) say(error.underlying());
     return static_cast<int>(status);
+  }
+
+  void printError(std::string_view kind, const std::string& message) const {
+    if (!arguments_.json) return;
+    const JsonObject details{{"kind", kind}, {"message", message}};
+    const JsonObject object{{"operation", type_.info().operationID}, {"error", details}};
+    printLine(platform::JsonValue(object).text());
   }
 
   const OperationType& type_;

@@ -4,6 +4,7 @@
 #include "core/input_file.h"
 
 #include <algorithm>
+#include <iterator>
 #include <system_error>
 
 #include "core/operation_error.h"
@@ -27,18 +28,15 @@ fs::path withoutTrailingSlash(const fs::path& path) {
   return path.has_filename() || !path.has_relative_path() ? path : path.parent_path();
 }
 
-bool hasAnyParent(const std::string& type, std::initializer_list<const char*> parents) {
-  return std::ranges::any_of(parents, [&](const char* parent) { return platform::isMimeSubtype(type, parent); });
-}
-
 std::optional<InputFile> inputAt(const fs::path& url) {
   using enum platform::FileStatus::Kind;
   const platform::FileStatus status = platform::statusAt(url);
   if (status.kind != file && status.kind != folder) return std::nullopt;
+  if (!platform::isReadable(url)) return std::nullopt;
   const bool isFolder = status.kind == folder;
   return InputFile{.id = platform::Uuid::random(),
                    .url = url,
-                   .contentType = ContentType(isFolder ? "inode/directory" : platform::mimeTypeOfName(url)),
+                   .contentType = ContentType(isFolder ? "inode/directory" : platform::mimeTypeOfFile(url)),
                    .size = status.size,
                    .isDirectory = isFolder,
                    .bookmark = std::nullopt};
@@ -65,21 +63,6 @@ fs::path located(const fs::path& path) {
   return unresolved ? absolute : (folder / absolute.filename()).lexically_normal();
 }
 
-bool ContentType::conformsTo(ContentKind kind) const {
-  switch (kind) {
-    case ContentKind::pdf: return hasAnyParent(mimeType_, {"application/pdf"});
-    case ContentKind::image: return mimeType_.starts_with("image/");
-    case ContentKind::movie:
-    case ContentKind::video: return mimeType_.starts_with("video/");
-    case ContentKind::audio: return mimeType_.starts_with("audio/");
-    case ContentKind::archive:
-      return hasAnyParent(mimeType_, {"application/zip", "application/x-tar", "application/x-compressed-tar",
-                                      "application/x-7z-compressed", "application/vnd.rar"});
-    case ContentKind::gzip: return hasAnyParent(mimeType_, {"application/gzip"});
-  }
-  return false;
-}
-
 std::string InputFile::extension() const {
   const std::string dotted = url.extension().string();
   return dotted.empty() ? dotted : lowerCased(std::string_view(dotted).substr(1));
@@ -98,6 +81,14 @@ Intake takeIn(std::span<const fs::path> locations) {
     }
   }
   return intake;
+}
+
+OperationResult withUnreadable(OperationResult result, std::vector<FileFailure> unreadable) {
+  if (unreadable.empty()) return result;
+  result.failures.insert(result.failures.begin(), std::make_move_iterator(unreadable.begin()),
+                         std::make_move_iterator(unreadable.end()));
+  result.summary = failureSummary(result.outputs.size(), result.failures);
+  return result;
 }
 
 }  // namespace quirn

@@ -14,25 +14,11 @@
 #include <string_view>
 #include <vector>
 
+#include "core/content_type.h"
 #include "core/operation_result.h"
 #include "platform/uuid.h"
 
 namespace quirn {
-
-// The kinds that operations and suggestions tell apart.
-enum class ContentKind { pdf, image, movie, video, audio, archive, gzip };
-
-// A MIME type of the shared database.
-class ContentType {
- public:
-  explicit ContentType(std::string mimeType) : mimeType_(std::move(mimeType)) {}
-
-  const std::string& mimeType() const { return mimeType_; }
-  bool conformsTo(ContentKind kind) const;
-
- private:
-  std::string mimeType_;
-};
 
 struct InputFile {
   platform::Uuid id;          // new for every intake
@@ -52,12 +38,16 @@ struct InputFile {
 
 struct Intake {
   std::vector<InputFile> files;
-  std::vector<FileFailure> unreadable;  // one for each location that is missing, or neither file nor folder
+  std::vector<FileFailure> unreadable;  // one for each location that is missing, forbidden, or neither file nor folder
 };
 
-// Takes in the locations in order. Nothing is opened; links are followed. A relative location is
-// taken from the working directory.
+// Takes in the locations in order; links are followed, and a relative location is taken from the
+// working directory. A file's type comes from its name; only where that says nothing, or several
+// things, does the beginning of its content decide.
 Intake takeIn(std::span<const std::filesystem::path> locations);
+
+// The result of a run with what could not be taken in at the head of its failures.
+OperationResult withUnreadable(OperationResult result, std::vector<FileFailure> unreadable);
 
 // The absolute location of a path from the command line or a drop, without "." and ".." as far as
 // that can't lead to another file. An empty path stays empty: nothing is there.

@@ -167,13 +167,15 @@ void LocalContext::flushFolders() {
     const std::scoped_lock guard(mutex_);
     folders.swap(unflushedFolders_);
   }
+  std::optional<OperationError> firstError;
   for (const Folder& folder : folders) {
     try {
       folder->flush();
     } catch (const std::system_error& error) {
-      throw OperationError::writeFailed(folder->path(), error.what());
+      if (!firstError) firstError = OperationError::writeFailed(folder->path(), error.what());
     }
   }
+  if (firstError) throw OperationError(*firstError);
 }
 
 }  // namespace quirn

@@ -12,22 +12,31 @@ namespace quirn {
 namespace {
 
 // Insertions, deletions, replacements and swaps of neighbours (optimal string alignment).
-std::size_t editDistance(std::string_view a, std::string_view b) {
-  std::vector<std::vector<std::size_t>> distance(a.size() + 1, std::vector<std::size_t>(b.size() + 1));
-  for (std::size_t i = 0; i <= a.size(); ++i) {
-    for (std::size_t j = 0; j <= b.size(); ++j) {
-      if (i == 0 || j == 0) {
-        distance[i][j] = i + j;
-        continue;
+class EditDistance {
+ public:
+  std::size_t between(std::string_view a, std::string_view b) {
+    const std::size_t width = b.size() + 1;
+    cells_.resize((a.size() + 1) * width);
+    const auto at = [&](std::size_t i, std::size_t j) -> std::size_t& { return cells_[i * width + j]; };
+    for (std::size_t i = 0; i <= a.size(); ++i) at(i, 0) = i;
+    for (std::size_t j = 0; j <= b.size(); ++j) at(0, j) = j;
+    for (std::size_t i = 1; i <= a.size(); ++i) {
+      for (std::size_t j = 1; j <= b.size(); ++j) {
+        const bool same = a[i - 1] == b[j - 1];
+        at(i, j) = std::min({at(i - 1, j) + 1, at(i, j - 1) + 1, at(i - 1, j - 1) + (same ? 0 : 1)});
+        const bool swapped = i > 1 && j > 1 && a[i - 1] == b[j - 2] && a[i - 2] == b[j - 1];
+        if (swapped) at(i, j) = std::min(at(i, j), at(i - 2, j - 2) + 1);
       }
-      const bool same = a[i - 1] == b[j - 1];
-      distance[i][j] =
-          std::min({distance[i - 1][j] + 1, distance[i][j - 1] + 1, distance[i - 1][j - 1] + (same ? 0 : 1)});
-      const bool swapped = i > 1 && j > 1 && a[i - 1] == b[j - 2] && a[i - 2] == b[j - 1];
-      if (swapped) distance[i][j] = std::min(distance[i][j], distance[i - 2][j - 2] + 1);
     }
+    return at(a.size(), b.size());
   }
-  return distance[a.size()][b.size()];
+
+ private:
+  std::vector<std::size_t> cells_;  // kept from one pair to the next
+};
+
+std::size_t lengthDifference(std::string_view a, std::string_view b) {
+  return std::max(a.size(), b.size()) - std::min(a.size(), b.size());
 }
 
 }  // namespace
@@ -38,8 +47,10 @@ std::optional<std::string> nearestName(std::string_view written, std::span<const
   const std::size_t tolerance = written.size() / 3 + 1;
   std::optional<std::string> nearest;
   std::size_t least = tolerance + 1;
+  EditDistance edits;
   for (const std::string& name : names) {
-    const std::size_t distance = editDistance(written, name);
+    if (lengthDifference(written, name) >= least) continue;  // It can't be nearer.
+    const std::size_t distance = edits.between(written, name);
     if (distance < least) {
       least = distance;
       nearest = name;

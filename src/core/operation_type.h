@@ -2,7 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
 // An operation as a value: its static description, and how to make one. The registry, the front
-// ends and the runner know operations only through this.
+// ends and the runner know operations only through this. Most are made from a class; those that
+// differ only in data are made from a record, one class for all of them.
 
 #pragma once
 
@@ -20,12 +21,26 @@ class OperationType {
   template <class Operation>
   static OperationType of();
 
+  // An operation without a class of its own.
+  struct Record {
+    OperationInfo info;
+    AcceptedInputs accepts;
+    std::function<std::unique_ptr<QuirnOperation>()> make;
+    bool isInteractive = false;
+  };
+  static OperationType of(Record record);
+
+  // An operation that has its identity and nothing else yet. It runs on nothing.
+  static OperationType unbuilt(OperationInfo info);
+
   const OperationInfo& info() const { return *info_; }
   const AcceptedInputs& accepts() const { return *accepts_; }
 
   // Whether the operation can run on exactly these inputs. Cheap; never looks into a file.
   bool canRun(std::span<const InputFile> inputs) const { return canRun_(inputs); }
 
+  // False for one that can only be listed: make() must not be called.
+  bool isBuilt() const { return make_ != nullptr; }
   bool isConfigurable() const { return makeConfig_ != nullptr; }
   bool isInteractive() const { return isInteractive_; }
   // Every input is processed by itself, so one that fails doesn't spoil the others.
@@ -46,8 +61,8 @@ class OperationType {
  private:
   OperationType() = default;
 
-  const OperationInfo* info_ = nullptr;
-  const AcceptedInputs* accepts_ = nullptr;
+  std::shared_ptr<const OperationInfo> info_;
+  std::shared_ptr<const AcceptedInputs> accepts_;
   bool isInteractive_ = false;
   bool isPerFile_ = false;
   std::function<bool(std::span<const InputFile>)> canRun_;
@@ -58,6 +73,12 @@ class OperationType {
 };
 
 namespace detail {
+
+// A pointer to what lives as long as the program.
+template <class Value>
+std::shared_ptr<const Value> unowned(const Value& value) {
+  return {std::shared_ptr<const Value>(), &value};
+}
 
 template <class Operation>
 concept HasOwnTest = requires(std::span<const InputFile> inputs) {
@@ -77,8 +98,8 @@ template <class Operation>
 OperationType OperationType::of() {
   static_assert(std::is_base_of_v<QuirnOperation, Operation>);
   OperationType type;
-  type.info_ = &Operation::info();
-  type.accepts_ = &Operation::accepts();
+  type.info_ = detail::unowned(Operation::info());
+  type.accepts_ = detail::unowned(Operation::accepts());
   type.isInteractive_ = std::is_base_of_v<AnyInteractiveOperation, Operation>;
   type.isPerFile_ = detail::IsPerFile<Operation>;
   type.make_ = [] { return std::make_unique<Operation>(); };

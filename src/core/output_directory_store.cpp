@@ -15,7 +15,7 @@ constexpr std::string_view key = "outputDirectoryBookmark";
 std::optional<std::filesystem::path> OutputDirectoryStore::load() const {
   std::filesystem::path folder = preferences_.value(key).value_or("");
   std::error_code gone;
-  if (!std::filesystem::is_directory(folder, gone)) return std::nullopt;
+  if (!folder.is_absolute() || !std::filesystem::is_directory(folder, gone)) return std::nullopt;
   return folder;
 }
 

@@ -14,8 +14,7 @@ std::int64_t Progress::totalUnitCount() const {
 }
 
 void Progress::setTotalUnitCount(std::int64_t count) {
-  const std::scoped_lock guard(mutex_);
-  totalUnitCount_ = count;
+  change([&] { totalUnitCount_ = count; });
 }
 
 std::int64_t Progress::completedUnitCount() const {
@@ -24,19 +23,41 @@ std::int64_t Progress::completedUnitCount() const {
 }
 
 void Progress::complete(std::int64_t units) {
-  const std::scoped_lock guard(mutex_);
-  completedUnitCount_ += units;
+  change([&] { completedUnitCount_ += units; });
 }
 
-double Progress::fractionCompleted() const {
-  const std::scoped_lock guard(mutex_);
+void Progress::change(const std::function<void()>& changing) {
+  bool fractionChanges = false;
+  bool finishedChanges = false;
+  {
+    const std::scoped_lock guard(mutex_);
+    const double oldFraction = fraction();
+    const bool wasFinished = allCompleted();
+    changing();
+    fractionChanges = fraction() != oldFraction;
+    finishedChanges = allCompleted() != wasFinished;
+  }
+  if (fractionChanges) fractionChanged_.emit(*this);
+  if (finishedChanges) finishedChanged_.emit(*this);
+}
+
+double Progress::fraction() const {
   if (totalUnitCount_ <= 0) return 0;
   return std::clamp(static_cast<double>(completedUnitCount_) / static_cast<double>(totalUnitCount_), 0.0, 1.0);
 }
 
+bool Progress::allCompleted() const {
+  return totalUnitCount_ > 0 && completedUnitCount_ >= totalUnitCount_;
+}
+
+double Progress::fractionCompleted() const {
+  const std::scoped_lock guard(mutex_);
+  return fraction();
+}
+
 bool Progress::isFinished() const {
   const std::scoped_lock guard(mutex_);
-  return totalUnitCount_ > 0 && completedUnitCount_ >= totalUnitCount_;
+  return allCompleted();
 }
 
 bool Progress::isCancelled() const {
@@ -48,10 +69,11 @@ void Progress::cancel() {
   std::function<void()> handler;
   {
     const std::scoped_lock guard(mutex_);
-    isCancelled_ = true;
+    if (std::exchange(isCancelled_, true)) return;
     handler = std::exchange(cancellationHandler_, nullptr);
   }
   if (handler) handler();
+  cancelledChanged_.emit(*this);
 }
 
 void Progress::setCancellationHandler(std::function<void()> handler) {
@@ -63,6 +85,21 @@ void Progress::setCancellationHandler(std::function<void()> handler) {
     }
   }
   handler();
+}
+
+Subscription Progress::observeFraction(const Observer& observer) const {
+  // First the subscription: a change in between is told twice rather than never.
+  Subscription subscription = fractionChanged_.subscribe(observer);
+  observer(*this);
+  return subscription;
+}
+
+Subscription Progress::observeFinished(Observer observer) const {
+  return finishedChanged_.subscribe(std::move(observer));
+}
+
+Subscription Progress::observeCancelled(Observer observer) const {
+  return cancelledChanged_.subscribe(std::move(observer));
 }
 
 }  // namespace quirn

@@ -9,6 +9,8 @@
 #include <functional>
 #include <mutex>
 
+#include "core/signal.h"
+
 namespace quirn {
 
 class Progress {
@@ -32,13 +34,31 @@ class Progress {
   // `handler` is called once, on the thread that cancels; at once if that has already happened.
   void setCancellationHandler(std::function<void()> handler);
 
+  // Observers are called on the thread that makes the change, under no lock. Two changes that come
+  // together may tell in either order, so an observer reads the value it wants from the progress;
+  // read behind a lock of its own, the last value it reads is the newest.
+  using Observer = std::function<void(const Progress&)>;
+  // Called at once, and at every change of fractionCompleted().
+  [[nodiscard]] Subscription observeFraction(const Observer& observer) const;
+  // Called at every change of isFinished() or isCancelled().
+  [[nodiscard]] Subscription observeFinished(Observer observer) const;
+  [[nodiscard]] Subscription observeCancelled(Observer observer) const;
+
  private:
+  void change(const std::function<void()>& changing);
+  double fraction() const;  // under mutex_, as the next
+  bool allCompleted() const;
+
   mutable std::mutex mutex_;
   // All guarded by mutex_.
   std::int64_t totalUnitCount_;
   std::int64_t completedUnitCount_ = 0;
   bool isCancelled_ = false;
   std::function<void()> cancellationHandler_;
+
+  Signal<Progress> fractionChanged_;
+  Signal<Progress> finishedChanged_;
+  Signal<Progress> cancelledChanged_;
 };
 
 }  // namespace quirn

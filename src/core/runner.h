@@ -27,6 +27,9 @@ class RunOutcome {
   // another exception for a fault of ours.
   const OperationResult& result() const;
 
+  // Null if the run threw.
+  const OperationResult* resultIfAny() const { return std::get_if<OperationResult>(&value_); }
+
  private:
   std::variant<OperationResult, std::exception_ptr> value_;
 };

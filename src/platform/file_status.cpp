@@ -3,7 +3,9 @@
 
 #include "platform/file_status.h"
 
+#include <fcntl.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace quirn::platform {
 
@@ -13,6 +15,10 @@ FileStatus statusAt(const std::filesystem::path& path) {
   if (S_ISDIR(status.st_mode)) return {FileStatus::Kind::folder, 0};
   if (S_ISREG(status.st_mode)) return {FileStatus::Kind::file, status.st_size};
   return {FileStatus::Kind::other, 0};
+}
+
+bool isReadable(const std::filesystem::path& path) {
+  return ::faccessat(AT_FDCWD, path.c_str(), R_OK, AT_EACCESS) == 0;
 }
 
 }  // namespace quirn::platform

@@ -24,4 +24,7 @@ struct FileStatus {
 // Follows links. Opens nothing.
 FileStatus statusAt(const std::filesystem::path& path);
 
+// Whether this process may read it, as far as that can be told without opening it.
+bool isReadable(const std::filesystem::path& path);
+
 }  // namespace quirn::platform

@@ -5,8 +5,11 @@
 
 #include <cstdlib>
 #include <fstream>
+#include <span>
+#include <sstream>
 #include <system_error>
 
+#include "platform/readable_file.h"
 #include "platform/uuid.h"
 
 namespace quirn::platform {
@@ -24,6 +27,21 @@ fs::path configurationFolder() {
   if (chosen.is_absolute()) return chosen;
   const fs::path home = environmentPath("HOME");
   return home.is_absolute() ? home / ".config" : fs::path();
+}
+
+// Empty if there is none, it can't be read, or it is no file of ours by its size.
+std::string contentOf(const fs::path& path) {
+  constexpr std::int64_t mostBytes = 1 << 20;
+  try {
+    ReadableFile file = ReadableFile::open(path);
+    if (file.size() > mostBytes) return {};
+    std::string content(static_cast<std::size_t>(file.size()), '\0');
+    std::size_t filled = 0;
+    while (filled < content.size()) filled += file.read(std::as_writable_bytes(std::span(content).subspan(filled)));
+    return content;
+  } catch (const std::system_error&) {
+    return {};  // Nothing that is kept here is worth more than a default.
+  }
 }
 
 // One line a key. A folder's name may hold a line feed, so that is written as "\n", and "\" as
@@ -69,7 +87,7 @@ Preferences Preferences::at(fs::path file) {
 
 std::map<std::string, std::string, std::less<>> Preferences::read() const {
   std::map<std::string, std::string, std::less<>> values;
-  std::ifstream file(file_);
+  std::istringstream file(contentOf(file_));
   for (std::string line; std::getline(file, line);) {
     const std::size_t equals = line.find('=');
     if (equals == std::string::npos) continue;

@@ -16,8 +16,8 @@ namespace quirn::platform {
 
 class Preferences {
  public:
-  // The file "quirn/{domain}.conf" in the configuration folder. A person without a home has none,
-  // and nothing is remembered.
+  // The file "quirn/{domain}.conf" in the configuration folder. Where the environment names no such
+  // folder, nothing is ever remembered.
   explicit Preferences(std::string_view domain);
   static Preferences at(std::filesystem::path file);
 

@@ -237,7 +237,7 @@ TEST(OperationDescriptions, AreCompleteAndInTheHouseStyle) {
     EXPECT_EQ(catalog().byID(info.operationID), &type);
     EXPECT_FALSE(info.displayName.empty());
     EXPECT_FALSE(info.iconName.empty());
-    EXPECT_TRUE(info.about.ends_with('.')) << "what the person gets, as a sentence";
+    EXPECT_TRUE(!type.isBuilt() || info.about.ends_with('.')) << "what the person gets, as a sentence";
     EXPECT_FALSE(info.aliases.empty()) << "nobody finds it";
     for (const std::string_view alias : info.aliases) EXPECT_EQ(alias, lowerCased(alias)) << "searches are lower case";
   }
@@ -264,7 +264,7 @@ TEST(OperationDescriptions, HaveControlsThatAcceptTheirOwnDefaults) {
 
 TEST(OperationDescriptions, OfInteractiveOperationsSayThatTheyRunInAnEditor) {
   for (const OperationType& type : catalog().operations()) {
-    if (!type.isInteractive()) continue;
+    if (!type.isBuilt() || !type.isInteractive()) continue;
     const Ran ran = runOperation(type, {}, contextIn());
     ASSERT_TRUE(ran.error) << type.info().operationID;
     EXPECT_EQ(ran.error->userMessage(),
@@ -272,10 +272,26 @@ TEST(OperationDescriptions, OfInteractiveOperationsSayThatTheyRunInAnEditor) {
   }
 }
 
+bool runsByItself(const OperationType& type) {
+  return type.isBuilt() && !type.isInteractive();
+}
+
+bool takesFiles(const OperationType& type) {
+  return type.accepts().atMost > 0;
+}
+
+TEST(OperationDescriptions, RunWithoutFilesWhereNoneAreTaken) {
+  for (const OperationType& type : catalog().operations()) {
+    if (!runsByItself(type) || takesFiles(type)) continue;
+    const Ran ran = runOperation(type, {}, contextIn());
+    EXPECT_TRUE(ran.result) << type.info().operationID;
+  }
+}
+
 std::vector<const OperationType*> runnable() {
   std::vector<const OperationType*> types;
   for (const OperationType& type : catalog().operations()) {
-    if (!type.isInteractive()) types.push_back(&type);
+    if (runsByItself(type) && takesFiles(type)) types.push_back(&type);
   }
   return types;
 }

@@ -4,6 +4,7 @@
 #include "core/output_directory_store.h"
 
 #include <stdlib.h>
+#include <sys/stat.h>
 
 #include "support/temporary_folder.h"
 
@@ -97,6 +98,16 @@ TEST(Preferences, AreNotKeptInTheWorkingFolderOfSomeoneWithoutAHome) {
   EXPECT_EQ(Preferences("test").value("key"), std::nullopt);
   fs::current_path(before);
   EXPECT_TRUE(namesIn(folder.path()).empty());
+}
+
+TEST(Preferences, WhatIsNoFileHoldsNothingUp) {
+  const TemporaryFolder folder;
+  const fs::path pipe = folder.path() / "pipe";
+  ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
+  EXPECT_EQ(Preferences::at(pipe).value("key"), std::nullopt);
+  EXPECT_EQ(platform::Preferences::at(folder.path()).value("key"), std::nullopt);
+  EXPECT_FALSE(platform::Preferences::at(folder.path()).setValue("key", "value"));
+  EXPECT_FALSE(platform::Preferences::at("/proc/quirn/quirn.conf").setValue("key", "value"));
 }
 
 }  // namespace
