@@ -8,18 +8,15 @@
 namespace quirn::platform {
 
 void PlainMainQueue::post(std::function<void()> task) {
-  {
-    const std::scoped_lock guard(mutex_);
-    tasks_.push_back(std::move(task));
-  }
+  // Notified under the lock: the interface thread may drop the queue as soon as it has the task.
+  const std::scoped_lock guard(mutex_);
+  tasks_.push_back(std::move(task));
   posted_.notify_one();
 }
 
 void PlainMainQueue::postAfter(std::chrono::milliseconds delay, std::function<void()> task) {
-  {
-    const std::scoped_lock guard(mutex_);
-    delayedTasks_.emplace(now_() + delay, std::move(task));
-  }
+  const std::scoped_lock guard(mutex_);
+  delayedTasks_.emplace(now_() + delay, std::move(task));
   posted_.notify_one();
 }
 
