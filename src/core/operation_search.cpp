@@ -4,6 +4,7 @@
 #include "core/operation_search.h"
 
 #include <algorithm>
+#include <functional>
 #include <tuple>
 
 #include "core/nearest_name.h"
@@ -25,12 +26,12 @@ void sortUnique(std::vector<std::string>& words) {
 }
 
 bool beginsAny(const std::vector<std::string>& sorted, std::string_view beginning) {
-  const auto found = std::ranges::lower_bound(sorted, beginning, std::less<std::string_view>());
+  const auto found = std::ranges::lower_bound(sorted, beginning, std::less<>());
   return found != sorted.end() && found->starts_with(beginning);
 }
 
 bool hasWord(const std::vector<std::string>& sorted, std::string_view word) {
-  return std::ranges::binary_search(sorted, word, std::less<std::string_view>());
+  return std::ranges::binary_search(sorted, word, std::less<>());
 }
 
 // A phrase has the word as a whole one.

@@ -77,11 +77,11 @@ void QuirnRouter::handle(std::span<const std::string> locations) const {
   if (!files.empty()) events_.post(notifications::openURLs, files);
 }
 
-bool QuirnRouter::handleURL(std::string_view text) const {
-  const auto url = parseUrl(text);
-  if (!url || url->scheme != "quirn") return false;
-  const std::vector<fs::path> paths = pathsOf(*url);
-  const auto operation = url->host == "run" ? operationOf(*url) : std::nullopt;
+bool QuirnRouter::handleURL(std::string_view url) const {
+  const auto parsed = parseUrl(url);
+  if (!parsed || parsed->scheme != "quirn") return false;
+  const std::vector<fs::path> paths = pathsOf(*parsed);
+  const auto operation = parsed->host == "run" ? operationOf(*parsed) : std::nullopt;
   if (operation) {
     events_.post(notifications::runOpOnURLs, QuirnRunRequest{*operation, paths});
     return true;

@@ -45,7 +45,10 @@ void WorkspaceSession::warn(std::string message) {
 // --- inputs ---------------------------------------------------------------------------------------
 
 void WorkspaceSession::ingest(const std::vector<fs::path>& locations) {
-  if (locations.empty()) return warn("Nothing to ingest.");
+  if (locations.empty()) {
+    warn("Nothing to ingest.");
+    return;
+  }
   intake_.take(locations, [this](Intake intake) {
     tellUnreadable(intake.unreadable);
     const std::size_t before = inputs_.size();
@@ -111,9 +114,15 @@ void WorkspaceSession::attemptRun(const OperationType& type, std::vector<InputFi
 }
 
 void WorkspaceSession::attemptRun(const QuirnRunRequest& request) {
-  if (request.urls.empty()) return warn("Nothing to open.");
+  if (request.urls.empty()) {
+    warn("Nothing to open.");
+    return;
+  }
   const OperationType* const type = surroundings_.registry.byID(request.opID);
-  if (type == nullptr) return warn("Quirn doesn’t have that operation.");
+  if (type == nullptr) {
+    warn("Quirn doesn’t have that operation.");
+    return;
+  }
   intake_.take(request.urls, [this, type](const Intake& intake) { runOnTaken(*type, intake); });
 }
 
@@ -128,7 +137,10 @@ void WorkspaceSession::runOnTaken(const OperationType& type, const Intake& intak
 
 void WorkspaceSession::runConfigured() {
   if (!configuring_) return;
-  if (isActive()) return warn("Wait for the current operation to finish.");
+  if (isActive()) {
+    warn("Wait for the current operation to finish.");
+    return;
+  }
   const ConfiguringOperation confirmed = *std::exchange(configuring_, std::nullopt);
   start(*confirmed.opType, confirmed.inputs, confirmed.config.get());
 }
@@ -189,9 +201,15 @@ void WorkspaceSession::cancelRun() {
 
 void WorkspaceSession::paste() {
   const std::vector<fs::path> files = surroundings_.pasteboard.files();
-  if (!files.empty()) return ingest(files);
+  if (!files.empty()) {
+    ingest(files);
+    return;
+  }
   const auto image = surroundings_.pasteboard.imageBytes();
-  if (!image) return warn("Nothing to ingest.");
+  if (!image) {
+    warn("Nothing to ingest.");
+    return;
+  }
   if (!isWholePNG(*image)) {
     surroundings_.banners.post(BannerStyle::error, "Couldn't read the pasted image.");
     return;
@@ -200,8 +218,14 @@ void WorkspaceSession::paste() {
 }
 
 void WorkspaceSession::receive(const Scan& scan) {
-  if (isPDF(scan.bytes)) return keepPicture("Quirn Scans", "Scan", "pdf", scan.bytes);
-  if (isWholePNG(scan.bytes)) return keepPicture("Quirn Scans", "Scan", "png", scan.bytes);
+  if (isPDF(scan.bytes)) {
+    keepPicture("Quirn Scans", "Scan", "pdf", scan.bytes);
+    return;
+  }
+  if (isWholePNG(scan.bytes)) {
+    keepPicture("Quirn Scans", "Scan", "png", scan.bytes);
+    return;
+  }
   surroundings_.banners.post(BannerStyle::error, "Couldn't read the scan.");
 }
 

@@ -53,7 +53,7 @@ class WorkspaceSession {
     BannerCenter& banners;
     EventBus& events;
     const Pasteboard& pasteboard;
-    OutputDirectoryStore outputDirectoryStore = OutputDirectoryStore();
+    OutputDirectoryStore outputDirectoryStore;
     // Where pasted images and scans go; throws std::system_error if there is no such place.
     std::function<std::filesystem::path()> temporaryFolder;
     std::function<std::chrono::system_clock::time_point()> now = &std::chrono::system_clock::now;
