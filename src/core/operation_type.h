@@ -20,6 +20,10 @@ class OperationType {
   template <class Operation>
   static OperationType of();
 
+  // An interactive operation that is described by values instead of by a class.
+  static OperationType interactive(std::shared_ptr<const OperationInfo> info,
+                                   std::shared_ptr<const AcceptedInputs> accepts);
+
   const OperationInfo& info() const { return *info_; }
   const AcceptedInputs& accepts() const { return *accepts_; }
 
@@ -46,8 +50,8 @@ class OperationType {
  private:
   OperationType() = default;
 
-  const OperationInfo* info_ = nullptr;
-  const AcceptedInputs* accepts_ = nullptr;
+  std::shared_ptr<const OperationInfo> info_;
+  std::shared_ptr<const AcceptedInputs> accepts_;
   bool isInteractive_ = false;
   bool isPerFile_ = false;
   std::function<bool(std::span<const InputFile>)> canRun_;
@@ -58,6 +62,12 @@ class OperationType {
 };
 
 namespace detail {
+
+// What a class holds in a static member lives as long as the program, and needs no owner.
+template <class Value>
+std::shared_ptr<const Value> unowned(const Value& value) {
+  return {std::shared_ptr<const Value>(), &value};
+}
 
 template <class Operation>
 concept HasOwnTest = requires(std::span<const InputFile> inputs) {
@@ -77,8 +87,8 @@ template <class Operation>
 OperationType OperationType::of() {
   static_assert(std::is_base_of_v<QuirnOperation, Operation>);
   OperationType type;
-  type.info_ = &Operation::info();
-  type.accepts_ = &Operation::accepts();
+  type.info_ = detail::unowned(Operation::info());
+  type.accepts_ = detail::unowned(Operation::accepts());
   type.isInteractive_ = std::is_base_of_v<AnyInteractiveOperation, Operation>;
   type.isPerFile_ = detail::IsPerFile<Operation>;
   type.make_ = [] { return std::make_unique<Operation>(); };
