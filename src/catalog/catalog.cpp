@@ -3,16 +3,20 @@
 
 #include "catalog/catalog.h"
 
+#include <stdexcept>
+
 #include "catalog/unbuilt.h"
 #include "documents/hash_files_operation.h"
 #include "documents/verify_checksums_operation.h"
 #include "probes/dmg_probe_operation.h"
 #include "probes/identity_copy_operation.h"
+#include "workbench/all_text_tools.h"
+#include "workbench/text_tool_operation.h"
 
 namespace quirn {
 namespace {
 
-// A line of the catalog: how to make the type, and of which unbuilt operation.
+// A line of the catalog: how to make the type, and of which identifier where its class doesn't say it.
 struct Row {
   OperationType (*make)(std::string_view operationID);
   std::string_view operationID = {};
@@ -25,6 +29,16 @@ constexpr Row built() {
 
 constexpr Row unbuilt(std::string_view operationID) {
   return {&unbuiltOperation, operationID};
+}
+
+OperationType namedTextTool(std::string_view id) {
+  const TextTool* const tool = textToolByID(id);
+  if (tool == nullptr) throw std::logic_error(std::string(id));
+  return textToolOperation(*tool);
+}
+
+constexpr Row textTool(std::string_view id) {
+  return {&namedTextTool, id};
 }
 
 // This order is the order of the catalog. It is stated nowhere else.
@@ -125,34 +139,34 @@ constexpr Row rows[] = {
     unbuilt("audio.voice-effects"),
     unbuilt("audio.ringtone"),
     unbuilt("audio.trim-silence"),
-    unbuilt("dev.uuid"),
-    unbuilt("dev.password"),
-    unbuilt("dev.base64"),
-    unbuilt("dev.case"),
+    textTool("dev.uuid"),
+    textTool("dev.password"),
+    textTool("dev.base64"),
+    textTool("dev.case"),
     unbuilt("dev.json"),
-    unbuilt("dev.slug"),
+    textTool("dev.slug"),
     unbuilt("dev.xml"),
     unbuilt("dev.xml-json"),
     unbuilt("dev.xpath"),
     unbuilt("dev.jsonpath"),
-    unbuilt("dev.url-encode"),
-    unbuilt("dev.html-escape"),
-    unbuilt("dev.xml-escape"),
-    unbuilt("dev.js-escape"),
-    unbuilt("dev.sql-escape"),
-    unbuilt("dev.csv-escape"),
-    unbuilt("dev.backslash"),
-    unbuilt("dev.unicode-escape"),
-    unbuilt("dev.base-convert"),
-    unbuilt("dev.hex-bytes"),
-    unbuilt("dev.hash"),
-    unbuilt("dev.hmac"),
-    unbuilt("dev.punycode"),
-    unbuilt("dev.quoted-printable"),
-    unbuilt("dev.base32"),
-    unbuilt("dev.nanoid"),
-    unbuilt("dev.ulid"),
-    unbuilt("dev.lorem"),
+    textTool("dev.url-encode"),
+    textTool("dev.html-escape"),
+    textTool("dev.xml-escape"),
+    textTool("dev.js-escape"),
+    textTool("dev.sql-escape"),
+    textTool("dev.csv-escape"),
+    textTool("dev.backslash"),
+    textTool("dev.unicode-escape"),
+    textTool("dev.base-convert"),
+    textTool("dev.hex-bytes"),
+    textTool("dev.hash"),
+    textTool("dev.hmac"),
+    textTool("dev.punycode"),
+    textTool("dev.quoted-printable"),
+    textTool("dev.base32"),
+    textTool("dev.nanoid"),
+    textTool("dev.ulid"),
+    textTool("dev.lorem"),
     unbuilt("dev.jwt"),
     unbuilt("dev.regex"),
     unbuilt("dev.querystring"),

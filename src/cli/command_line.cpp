@@ -22,6 +22,7 @@ struct HelpArguments {
 // The arguments of all commands; one parse fills those of one.
 struct Parsed {
   RunArguments run;
+  ToolArguments tool;
   ListArguments list;
   DescribeArguments describe;
   SuggestArguments suggest;
@@ -74,6 +75,42 @@ CommandSyntax runSyntax(RunArguments& run) {
           .more =
               "Exit status: 0 all inputs done, 1 a failure, 2 wrong use, 130 interrupted.\n\n"
               "Example: quirn run text.hash-files --set algorithm=sha512 --out sums a.iso b.iso"};
+}
+
+Option flagOption(std::string name, std::string help, bool& flag) {
+  return {std::move(name), "", std::move(help), [&flag](const std::string&) { flag = true; }};
+}
+
+CommandSyntax toolSyntax(ToolArguments& tool) {
+  return {.name = "tool",
+          .arguments = "TOOL [FILE]",
+          .summary = "Run a text tool on a file or standard input and print its text",
+          .options = {{"--set", "KEY=VALUE", "Change a setting; “quirn describe TOOL” names them",
+                       [&tool](std::string setting) { tool.settings.push_back(std::move(setting)); }},
+                      flagOption("--sample", "Run the tool on its sample", tool.sample),
+                      flagOption("--raw", "Keep the line feed at the end of standard input", tool.raw),
+                      flagOption("--save", "Save the text in a file and print its path", tool.save),
+                      {"--out", "DIR", "Save it in this folder",
+                       [&tool](const std::string& folder) {
+                         tool.out = located(folder);
+                         tool.save = true;
+                       }},
+                      jsonOption(tool.json)},
+          .addArgument =
+              [&tool](std::string argument) {
+                if (tool.tool.empty()) {
+                  tool.tool = std::move(argument);
+                } else if (!tool.file) {
+                  tool.file = located(argument);
+                } else {
+                  refuseArgument("tool", argument);
+                }
+              },
+          .more =
+              "TOOL is an identifier, or a short name that no other tool has. Without FILE, text comes\n"
+              "from standard input, less one line feed at its end.\n\n"
+              "Exit status: 0 done, 1 the tool can’t make sense of the text, 2 wrong use.\n\n"
+              "Example: echo 'Hello' | quirn tool base64"};
 }
 
 CommandSyntax listSyntax(ListArguments& list) {
@@ -139,9 +176,9 @@ CommandSyntax helpSyntax(HelpArguments& help) {
 }
 
 std::vector<CommandSyntax> allCommands(Parsed& parsed) {
-  return {runSyntax(parsed.run),         listSyntax(parsed.list),     describeSyntax(parsed.describe),
-          suggestSyntax(parsed.suggest), searchSyntax(parsed.search), urlSyntax(parsed.url),
-          helpSyntax(parsed.help)};
+  return {runSyntax(parsed.run),           toolSyntax(parsed.tool),       listSyntax(parsed.list),
+          describeSyntax(parsed.describe), suggestSyntax(parsed.suggest), searchSyntax(parsed.search),
+          urlSyntax(parsed.url),           helpSyntax(parsed.help)};
 }
 
 const CommandSyntax& commandNamed(const std::vector<CommandSyntax>& commands, const std::string& name) {
@@ -157,6 +194,10 @@ Command chosen(Parsed parsed, const std::vector<CommandSyntax>& commands, const 
   if (name == "run") {
     require(!parsed.run.operation.empty(), name, "an operation");
     return std::move(parsed.run);
+  }
+  if (name == "tool") {
+    require(!parsed.tool.tool.empty(), name, "a tool");
+    return std::move(parsed.tool);
   }
   if (name == "list") return std::move(parsed.list);
   if (name == "describe") {

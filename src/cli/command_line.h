@@ -12,6 +12,7 @@
 #include "cli/catalog_commands.h"
 #include "cli/run_command.h"
 #include "cli/search_command.h"
+#include "cli/tool_command.h"
 #include "cli/url_command.h"
 
 namespace quirn::cli {
@@ -21,7 +22,7 @@ struct Printout {
   std::string text;
 };
 
-using Command = std::variant<Printout, RunArguments, ListArguments, DescribeArguments, SuggestArguments,
+using Command = std::variant<Printout, RunArguments, ToolArguments, ListArguments, DescribeArguments, SuggestArguments,
                              SearchArguments, UrlArguments>;
 
 // `words` are those behind the program's name. Throws UsageError, whose message names what is

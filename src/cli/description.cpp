@@ -5,7 +5,9 @@
 
 #include <fmt/format.h>
 
+#include "cli/tool_description.h"
 #include "core/reflection.h"
+#include "workbench/all_text_tools.h"
 
 namespace quirn::cli {
 namespace {
@@ -71,6 +73,10 @@ JsonObject descriptionAsJson(const OperationType& type) {
   if (!type.isBuilt()) return object;
   object.emplace_back("about", type.info().about);
   object.emplace_back("accepts", type.accepts().description());
+  if (const TextTool* tool = textToolByID(type.info().operationID)) {
+    for (auto& member : toolDetailsAsJson(*tool)) object.push_back(std::move(member));
+    return object;
+  }
   const Panel panel = type.defaultPanel();
   const JsonObject defaults = type.isConfigurable() ? panel.values(*type.defaultConfig()) : JsonObject();
   JsonArray controls;
@@ -83,6 +89,7 @@ JsonObject descriptionAsJson(const OperationType& type) {
 }
 
 std::string descriptionAsText(const OperationType& type) {
+  if (const TextTool* tool = textToolByID(type.info().operationID)) return toolAsText(*tool);
   const OperationInfo& info = type.info();
   if (!type.isBuilt()) {
     return fmt::format("{} — {}\nNot built yet.\n\nCategory: {}\nAliases:  {}\n", info.operationID, info.displayName,

@@ -27,6 +27,7 @@ struct Dispatch {
     return static_cast<int>(ExitStatus::done);
   }
   int operator()(const RunArguments& arguments) const { return runCommand(registry, arguments); }
+  int operator()(const ToolArguments& arguments) const { return toolCommand(arguments); }
   int operator()(const ListArguments& arguments) const { return listCommand(registry, arguments); }
   int operator()(const DescribeArguments& arguments) const { return describeCommand(registry, arguments); }
   int operator()(const SuggestArguments& arguments) const { return suggestCommand(registry, arguments); }

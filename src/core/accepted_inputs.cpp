@@ -28,7 +28,7 @@ bool AcceptedInputs::accepts(std::span<const InputFile> inputs) const {
 
 std::string AcceptedInputs::description() const {
   if (atMost == 0) return "No input";
-  const auto noun = atMost == 1 ? singular : plural;
+  const std::string& noun = atMost == 1 ? singular : plural;
   std::string text;
   if (atLeast == atMost) {
     text = fmt::format("{} {}", countWord(atLeast), noun);

@@ -26,8 +26,8 @@ struct AcceptedInputs {
   static constexpr std::size_t anyNumber = std::numeric_limits<std::size_t>::max();
 
   // "file" and "files", "PDF" and "PDFs": what one input, and several, are called.
-  std::string_view singular = "file";
-  std::string_view plural = "files";
+  std::string singular = "file";
+  std::string plural = "files";
   std::size_t atLeast = 1;
   std::size_t atMost = anyNumber;
   Folders folders = Folders::refused;

@@ -106,14 +106,20 @@ class ConfigurablePerFileOperation : public ConfigurableOperation<ConfigType> {
 };
 
 // An operation that a person works in; it can't run by itself.
-class AnyInteractiveOperation : public QuirnOperation {};
+class AnyInteractiveOperation : public QuirnOperation {
+ public:
+  OperationResult run(std::span<const InputFile>, OperationContext&) const final {
+    throw OperationError::unsupportedInput(fmt::format("{} is interactive.", displayName()));
+  }
+
+ private:
+  virtual std::string_view displayName() const = 0;
+};
 
 template <class Derived>
 class InteractiveOperation : public AnyInteractiveOperation {
- public:
-  OperationResult run(std::span<const InputFile>, OperationContext&) const final {
-    throw OperationError::unsupportedInput(fmt::format("{} is interactive.", Derived::info().displayName));
-  }
+ private:
+  std::string_view displayName() const final { return Derived::info().displayName; }
 };
 
 }  // namespace quirn

@@ -35,27 +35,40 @@ bool isTaken(const fs::path& path) {
   return fs::exists(fs::symlink_status(path, unknown));
 }
 
-std::string outputName(std::string_view stem, std::string_view suffix, std::string_view extension, int number) {
-  std::string rest = fmt::format(" ({})", suffix);
-  if (number > 0) rest += fmt::format(" ({})", number);
+// " (7)", or nothing for the first of a name.
+std::string numberMark(int number) {
+  return number > 0 ? fmt::format(" ({})", number) : "";
+}
+
+std::string fileName(std::string_view stem, std::string_view mark, int number, std::string_view extension) {
+  std::string rest = std::string(mark) + numberMark(number);
   if (!extension.empty()) rest += fmt::format(".{}", extension);
   const std::size_t room = rest.size() < longestName ? longestName - rest.size() : 0;
   return std::string(platform::utf8Prefix(stem, room)) + rest;
+}
+
+// `mark` stands between the stem and the number.
+fs::path uniqueURL(const fs::path& folder, std::string_view stem, std::string_view mark, std::string_view extension) {
+  ReservedOutputPaths& reserved = reservedOutputPaths();
+  const std::scoped_lock guard(reserved.mutex);
+  for (int number = 0;; ++number) {
+    fs::path candidate = folder / fileName(stem, mark, number, extension);
+    std::string standardised = candidate.lexically_normal().string();
+    if (reserved.paths.contains(standardised) || isTaken(candidate)) continue;
+    reserved.paths.insert(std::move(standardised));
+    return candidate;
+  }
 }
 
 }  // namespace
 
 fs::path uniqueOutputURL(const fs::path& folder, std::string_view stem, std::string_view suffix,
                          std::string_view extension) {
-  ReservedOutputPaths& reserved = reservedOutputPaths();
-  const std::scoped_lock guard(reserved.mutex);
-  for (int number = 0;; ++number) {
-    fs::path candidate = folder / outputName(stem, suffix, extension, number);
-    std::string standardised = candidate.lexically_normal().string();
-    if (reserved.paths.contains(standardised) || isTaken(candidate)) continue;
-    reserved.paths.insert(std::move(standardised));
-    return candidate;
-  }
+  return uniqueURL(folder, stem, fmt::format(" ({})", suffix), extension);
+}
+
+fs::path uniqueFileURL(const fs::path& folder, std::string_view stem, std::string_view extension) {
+  return uniqueURL(folder, stem, "", extension);
 }
 
 }  // namespace quirn

@@ -17,4 +17,8 @@ namespace quirn {
 std::filesystem::path uniqueOutputURL(const std::filesystem::path& folder, std::string_view stem,
                                       std::string_view suffix, std::string_view extension);
 
+// The same for a file that is named for what it is, "{stem}.{extension}".
+std::filesystem::path uniqueFileURL(const std::filesystem::path& folder, std::string_view stem,
+                                    std::string_view extension);
+
 }  // namespace quirn

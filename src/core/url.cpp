@@ -24,16 +24,31 @@ std::string_view takeUntil(std::string_view& rest, char end) {
   return taken;
 }
 
+// "%20" is a blank; a "%" that begins no such triple stands for itself, and so does "+".
+std::string lenientlyDecoded(std::string_view text) {
+  std::string decoded;
+  decoded.reserve(text.size());
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    unsigned char byte = 0;
+    const char* const digits = text.data() + i + 1;
+    const bool isTriple =
+        text[i] == '%' && text.size() - i > 2 && std::from_chars(digits, digits + 2, byte, 16).ptr == digits + 2;
+    decoded += isTriple ? static_cast<char>(byte) : text[i];
+    if (isTriple) i += 2;
+  }
+  return decoded;
+}
+
 std::string hostOf(std::string_view authority) {
   if (const std::size_t user = authority.rfind('@'); user != std::string_view::npos) authority.remove_prefix(user + 1);
-  return lowerCased(percentDecoded(authority.substr(0, authority.find(':'))));
+  return lowerCased(lenientlyDecoded(authority.substr(0, authority.find(':'))));
 }
 
 std::pair<std::string, std::optional<std::string>> queryItem(std::string_view item) {
   const std::size_t equals = item.find('=');
-  std::string name = percentDecoded(item.substr(0, equals));
+  std::string name = lenientlyDecoded(item.substr(0, equals));
   if (equals == std::string_view::npos) return {std::move(name), std::nullopt};
-  return {std::move(name), percentDecoded(item.substr(equals + 1))};
+  return {std::move(name), lenientlyDecoded(item.substr(equals + 1))};
 }
 
 }  // namespace
@@ -53,23 +68,9 @@ std::optional<Url> parseUrl(std::string_view text) {
     url.host = hostOf(hierarchy.substr(0, pathBegin));
     hierarchy.remove_prefix(pathBegin);
   }
-  url.path = percentDecoded(hierarchy);
+  url.path = lenientlyDecoded(hierarchy);
   while (!rest.empty()) url.query.push_back(queryItem(takeUntil(rest, '&')));
   return url;
-}
-
-std::string percentDecoded(std::string_view text) {
-  std::string decoded;
-  decoded.reserve(text.size());
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    unsigned char byte = 0;
-    const char* const digits = text.data() + i + 1;
-    const bool isTriple =
-        text[i] == '%' && text.size() - i > 2 && std::from_chars(digits, digits + 2, byte, 16).ptr == digits + 2;
-    decoded += isTriple ? static_cast<char>(byte) : text[i];
-    if (isTriple) i += 2;
-  }
-  return decoded;
 }
 
 std::optional<std::filesystem::path> filePath(const std::string& text) {

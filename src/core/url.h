@@ -27,9 +27,6 @@ struct Url {
 // Nothing if `text` begins with no scheme.
 std::optional<Url> parseUrl(std::string_view text);
 
-// "%20" is a blank; a "%" that begins no such triple stands for itself, and so does "+".
-std::string percentDecoded(std::string_view text);
-
 // The location of a file, if that text can be one: a text with a NUL in it would name another file
 // than the one that it shows.
 std::optional<std::filesystem::path> filePath(const std::string& text);

@@ -26,6 +26,7 @@ std::string_view label(HashAlgorithm algorithm) {
     case HashAlgorithm::sha1: return "SHA-1";
     case HashAlgorithm::sha512: return "SHA-512";
     case HashAlgorithm::md5: return "MD5";
+    case HashAlgorithm::sha384: return "SHA-384";
   }
   return {};
 }

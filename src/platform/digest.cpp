@@ -6,8 +6,10 @@
 #include <fmt/format.h>
 #include <openssl/crypto.h>
 #include <openssl/evp.h>
+#include <openssl/hmac.h>
 
 #include <array>
+#include <limits>
 #include <stdexcept>
 
 namespace quirn::platform {
@@ -46,8 +48,18 @@ const EVP_MD* methodOf(DigestAlgorithm algorithm) {
       static const EVP_MD* const method = fetch("MD5");
       return method;
     }
+    case DigestAlgorithm::sha384: {
+      static const EVP_MD* const method = fetch("SHA2-384");
+      return method;
+    }
   }
   throw std::invalid_argument("no such digest");
+}
+
+std::string hexOf(std::span<const unsigned char> bytes) {
+  std::string hex;
+  for (const unsigned char byte : bytes) fmt::format_to(std::back_inserter(hex), "{:02x}", byte);
+  return hex;
 }
 
 EVP_MD_CTX* contextIn(void* state) {
@@ -72,9 +84,17 @@ std::string Digest::finishHex() {
   std::array<unsigned char, EVP_MAX_MD_SIZE> bytes{};
   unsigned length = 0;
   require(EVP_DigestFinal_ex(contextIn(state_.get()), bytes.data(), &length));
-  std::string hex;
-  for (unsigned i = 0; i < length; ++i) fmt::format_to(std::back_inserter(hex), "{:02x}", bytes.at(i));
-  return hex;
+  return hexOf(std::span(bytes).first(length));
+}
+
+std::string hmacHex(DigestAlgorithm algorithm, std::string_view key, std::string_view message) {
+  std::array<unsigned char, EVP_MAX_MD_SIZE> bytes{};
+  unsigned length = 0;
+  if (key.size() > std::numeric_limits<int>::max()) throw std::length_error("key");
+  require(HMAC(methodOf(algorithm), key.data(), static_cast<int>(key.size()),
+               reinterpret_cast<const unsigned char*>(message.data()), message.size(), bytes.data(),
+               &length) != nullptr);
+  return hexOf(std::span(bytes).first(length));
 }
 
 }  // namespace quirn::platform

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: Quirn contributors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-// Message digests: SHA-2 (FIPS 180-4), SHA-1 and MD5 (RFC 1321). The last two are broken as
-// signatures and remain for lists that were made with them.
+// Message digests: SHA-2 (FIPS 180-4), SHA-1 and MD5 (RFC 1321), and the keyed form of each. SHA-1
+// and MD5 are broken as signatures and remain for lists that were made with them.
 
 #pragma once
 
@@ -10,10 +10,11 @@
 #include <memory>
 #include <span>
 #include <string>
+#include <string_view>
 
 namespace quirn::platform {
 
-enum class DigestAlgorithm { sha256, sha1, sha512, md5 };
+enum class DigestAlgorithm { sha256, sha1, sha512, md5, sha384 };
 
 class Digest {
  public:
@@ -30,5 +31,8 @@ class Digest {
   };
   std::unique_ptr<void, Freeing> state_;
 };
+
+// The keyed digest (RFC 2104) of `message`, as lower-case hex digits.
+std::string hmacHex(DigestAlgorithm algorithm, std::string_view key, std::string_view message);
 
 }  // namespace quirn::platform

@@ -6,6 +6,8 @@
 #include <fmt/format.h>
 
 #include <cstddef>
+#include <cstdint>
+#include <cstring>
 
 namespace quirn::platform {
 namespace {
@@ -35,10 +37,58 @@ std::size_t sequenceLength(std::string_view bytes) {
   return isContinuation(byteAt(bytes, 3)) ? 4 : 0;
 }
 
+// Eight bytes of ASCII at the beginning, the usual case by far.
+bool startsWithAscii(std::string_view bytes) {
+  std::uint64_t word = 0;
+  if (bytes.size() < sizeof word) return false;
+  std::memcpy(&word, bytes.data(), sizeof word);
+  return (word & 0x8080808080808080) == 0;
+}
+
+// Unicode's separators, and the controls that end lines or tabulate.
+bool isSpace(char32_t scalar) {
+  switch (scalar) {
+    case 0x20:
+    case 0x85:
+    case 0xA0:
+    case 0x1680:
+    case 0x2028:
+    case 0x2029:
+    case 0x202F:
+    case 0x205F:
+    case 0x3000: return true;
+    default: return (scalar >= 0x09 && scalar <= 0x0D) || (scalar >= 0x2000 && scalar <= 0x200A);
+  }
+}
+
+std::string_view withoutLeadingSpace(std::string_view text) {
+  while (!text.empty()) {
+    const Scalar first = firstScalar(text);
+    if (!isSpace(first.value)) break;
+    text.remove_prefix(first.length);
+  }
+  return text;
+}
+
+std::string_view withoutTrailingSpace(std::string_view text) {
+  while (!text.empty()) {
+    std::size_t start = text.size() - 1;
+    while (start > 0 && isContinuation(byteAt(text, start))) --start;
+    const Scalar last = firstScalar(text.substr(start));
+    if (start + last.length != text.size() || !isSpace(last.value)) break;
+    text.remove_suffix(last.length);
+  }
+  return text;
+}
+
 }  // namespace
 
 bool isUtf8(std::string_view bytes) {
   while (!bytes.empty()) {
+    if (startsWithAscii(bytes)) {
+      bytes.remove_prefix(sizeof(std::uint64_t));
+      continue;
+    }
     const std::size_t length = sequenceLength(bytes);
     if (length == 0) return false;
     bytes.remove_prefix(length);
@@ -100,6 +150,68 @@ std::string displayText(std::string_view text) {
     if (second < 0xA0) shown.replace(at, 2, fmt::format("\\x{:02x}", second));
   }
   return shown;
+}
+
+bool hasUtf16Mark(std::string_view bytes) {
+  return bytes.starts_with("\xFE\xFF") || bytes.starts_with("\xFF\xFE");
+}
+
+std::string utf8FromUtf16(std::string_view bytes) {
+  const bool bigEndian = bytes.starts_with("\xFE\xFF");
+  const auto unitAt = [&](std::size_t at) -> char32_t {
+    const char32_t first = byteAt(bytes, at), second = byteAt(bytes, at + 1);
+    return bigEndian ? first << 8 | second : second << 8 | first;
+  };
+  std::string text;
+  for (std::size_t at = 2; at + 1 < bytes.size(); at += 2) {
+    const char32_t unit = unitAt(at);
+    const char32_t next = at + 3 < bytes.size() ? unitAt(at + 2) : 0;
+    const bool isPair = (unit & 0xFC00) == 0xD800 && (next & 0xFC00) == 0xDC00;
+    if (isPair) at += 2;
+    const char32_t scalar = isPair ? 0x10000 + ((unit & 0x3FF) << 10 | (next & 0x3FF)) : unit;
+    appendUtf8(text, isScalar(scalar) ? scalar : 0xFFFD);
+  }
+  if (bytes.size() % 2 != 0) text += replacement;
+  return text;
+}
+
+Scalar firstScalar(std::string_view text) {
+  const char32_t first = byteAt(text, 0);
+  const auto rest = [text](std::size_t index) -> char32_t { return byteAt(text, index) & 0x3F; };
+  switch (sequenceLength(text)) {
+    case 1: return {first, 1};
+    case 2: return {(first & 0x1F) << 6 | rest(1), 2};
+    case 3: return {(first & 0x0F) << 12 | rest(1) << 6 | rest(2), 3};
+    case 4: return {(first & 0x07) << 18 | rest(1) << 12 | rest(2) << 6 | rest(3), 4};
+    default: return {0xFFFD, 1};
+  }
+}
+
+bool isScalar(char32_t value) {
+  return value < 0xD800 || (value >= 0xE000 && value <= 0x10FFFF);
+}
+
+void appendUtf8(std::string& text, char32_t scalar) {
+  const auto continuation = [scalar](int shift) { return static_cast<char>(0x80 | (scalar >> shift & 0x3F)); };
+  if (scalar < 0x80) {
+    text += static_cast<char>(scalar);
+  } else if (scalar < 0x800) {
+    text += static_cast<char>(0xC0 | scalar >> 6);
+    text += continuation(0);
+  } else if (scalar < 0x10000) {
+    text += static_cast<char>(0xE0 | scalar >> 12);
+    text += continuation(6);
+    text += continuation(0);
+  } else {
+    text += static_cast<char>(0xF0 | scalar >> 18);
+    text += continuation(12);
+    text += continuation(6);
+    text += continuation(0);
+  }
+}
+
+std::string_view trimmed(std::string_view text) {
+  return withoutTrailingSpace(withoutLeadingSpace(text));
 }
 
 std::string_view utf8Prefix(std::string_view text, std::size_t bytes) {

@@ -5,6 +5,7 @@
 
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -24,6 +25,27 @@ std::string latin1FromUtf8(std::string_view text);
 // The same text without anything that could drive a terminal: control characters, which file names
 // may hold, become escapes, and what is not UTF-8 becomes U+FFFD.
 std::string displayText(std::string_view text);
+
+// What UTF-16 with a byte-order mark says; lone surrogates and an odd last byte become U+FFFD.
+std::string utf8FromUtf16(std::string_view bytes);
+bool hasUtf16Mark(std::string_view bytes);
+
+struct Scalar {
+  char32_t value = 0;
+  std::size_t length = 0;  // in bytes
+};
+
+// The first scalar of a text that is not empty; U+FFFD and one byte where it is ill-formed.
+Scalar firstScalar(std::string_view text);
+
+// A surrogate or what lies beyond U+10FFFF is none.
+bool isScalar(char32_t value);
+
+// Appends a scalar.
+void appendUtf8(std::string& text, char32_t scalar);
+
+// The text without white space and line ends, those of Unicode included, at both ends.
+std::string_view trimmed(std::string_view text);
 
 // The longest beginning of `text`, at most `bytes` long, that cuts no character.
 std::string_view utf8Prefix(std::string_view text, std::size_t bytes);

@@ -86,11 +86,13 @@ struct TextTool {
   std::string blurb;
   std::string inputPlaceholder = "Paste or type here…";
   std::string outputExtension = "txt";
-  bool isGenerator = false;         // ignores its input
+  bool isGenerator = false;  // ignores its input
+  // Works on bytes, so input that is not UTF-8 reaches it as it is. For others it is made UTF-8.
+  bool takesBytes = false;
   std::set<std::string> fileMatch;  // lower-case extensions that the tool is suggested for
   std::vector<TextToolControl> controls;
   std::string sampleInput;
-  // Input and output are UTF-8. Without side effects; blocks. Throws TextToolError.
+  // Output is UTF-8, and so is input. Without side effects; blocks. Throws TextToolError.
   std::function<std::string(std::string_view input, const TextToolOptions& options)> transform;
 };
 
