@@ -20,9 +20,10 @@ bool isContinuation(unsigned char byte) {
   return (byte & 0xC0) == 0x80;
 }
 
-// The length of the well-formed sequence at the beginning, 0 if there is none. The bounds of the
-// second byte keep out overlong forms, surrogates and what lies beyond U+10FFFF.
-std::size_t sequenceLength(std::string_view bytes) {
+}  // namespace
+
+// The bounds of the second byte keep out overlong forms, surrogates and what lies beyond U+10FFFF.
+std::size_t utf8SequenceLength(std::string_view bytes) {
   const unsigned char first = byteAt(bytes, 0);
   const unsigned char second = byteAt(bytes, 1);
   if (first < 0x80) return bytes.empty() ? 0 : 1;
@@ -35,11 +36,25 @@ std::size_t sequenceLength(std::string_view bytes) {
   return isContinuation(byteAt(bytes, 3)) ? 4 : 0;
 }
 
-}  // namespace
+void appendUtf8(std::string& text, std::uint32_t codePoint) {
+  const auto append = [&text](std::uint32_t byte) { text += static_cast<char>(byte); };
+  if (codePoint < 0x80) return append(codePoint);
+  if (codePoint < 0x800) {
+    append(0xC0 | codePoint >> 6);
+  } else if (codePoint < 0x10000) {
+    append(0xE0 | codePoint >> 12);
+    append(0x80 | (codePoint >> 6 & 0x3F));
+  } else {
+    append(0xF0 | codePoint >> 18);
+    append(0x80 | (codePoint >> 12 & 0x3F));
+    append(0x80 | (codePoint >> 6 & 0x3F));
+  }
+  append(0x80 | (codePoint & 0x3F));
+}
 
 bool isUtf8(std::string_view bytes) {
   while (!bytes.empty()) {
-    const std::size_t length = sequenceLength(bytes);
+    const std::size_t length = utf8SequenceLength(bytes);
     if (length == 0) return false;
     bytes.remove_prefix(length);
   }
@@ -50,7 +65,7 @@ std::string repairedUtf8(std::string_view bytes) {
   std::string text;
   text.reserve(bytes.size());
   while (!bytes.empty()) {
-    const std::size_t length = sequenceLength(bytes);
+    const std::size_t length = utf8SequenceLength(bytes);
     text += length == 0 ? replacement : bytes.substr(0, length);
     bytes.remove_prefix(length == 0 ? 1 : length);
   }
@@ -70,7 +85,7 @@ std::string utf8FromLatin1(std::string_view bytes) {
 std::string latin1FromUtf8(std::string_view text) {
   std::string bytes;
   while (!text.empty()) {
-    const std::size_t length = sequenceLength(text);
+    const std::size_t length = utf8SequenceLength(text);
     const unsigned char first = byteAt(text, 0);
     if (length == 2 && first <= 0xC3) {
       bytes += static_cast<char>((first << 6) | (byteAt(text, 1) & 0x3F));

@@ -5,12 +5,20 @@
 
 #pragma once
 
+#include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
 
 namespace quirn::platform {
 
 bool isUtf8(std::string_view bytes);
+
+// The length of the well-formed sequence that begins `bytes`, 0 if none does.
+std::size_t utf8SequenceLength(std::string_view bytes);
+
+// Appends the one to four bytes of a code point; of a surrogate, the three that it would have.
+void appendUtf8(std::string& text, std::uint32_t codePoint);
 
 // The same text with every ill-formed sequence replaced by U+FFFD.
 std::string repairedUtf8(std::string_view bytes);
