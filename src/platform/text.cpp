@@ -22,21 +22,6 @@ bool isContinuation(unsigned char byte) {
   return (byte & 0xC0) == 0x80;
 }
 
-// The length of the well-formed sequence at the beginning, 0 if there is none. The bounds of the
-// second byte keep out overlong forms, surrogates and what lies beyond U+10FFFF.
-std::size_t sequenceLength(std::string_view bytes) {
-  const unsigned char first = byteAt(bytes, 0);
-  const unsigned char second = byteAt(bytes, 1);
-  if (first < 0x80) return bytes.empty() ? 0 : 1;
-  if (first >= 0xC2 && first <= 0xDF) return isContinuation(second) ? 2 : 0;
-  const unsigned char low = first == 0xE0 ? 0xA0 : first == 0xF0 ? 0x90 : 0x80;
-  const unsigned char high = first == 0xED ? 0x9F : first == 0xF4 ? 0x8F : 0xBF;
-  if (first < 0xE0 || first > 0xF4 || second < low || second > high) return 0;
-  if (!isContinuation(byteAt(bytes, 2))) return 0;
-  if (first < 0xF0) return 3;
-  return isContinuation(byteAt(bytes, 3)) ? 4 : 0;
-}
-
 // Eight bytes of ASCII at the beginning, the usual case by far.
 bool startsWithAscii(std::string_view bytes) {
   std::uint64_t word = 0;
@@ -62,11 +47,7 @@ bool isSpace(char32_t scalar) {
 }
 
 std::string_view withoutLeadingSpace(std::string_view text) {
-  while (!text.empty()) {
-    const Scalar first = firstScalar(text);
-    if (!isSpace(first.value)) break;
-    text.remove_prefix(first.length);
-  }
+  while (const std::size_t length = leadingSpaceLength(text)) text.remove_prefix(length);
   return text;
 }
 
@@ -83,13 +64,27 @@ std::string_view withoutTrailingSpace(std::string_view text) {
 
 }  // namespace
 
+// The bounds of the second byte keep out overlong forms, surrogates and what lies beyond U+10FFFF.
+std::size_t utf8SequenceLength(std::string_view bytes) {
+  const unsigned char first = byteAt(bytes, 0);
+  const unsigned char second = byteAt(bytes, 1);
+  if (first < 0x80) return bytes.empty() ? 0 : 1;
+  if (first >= 0xC2 && first <= 0xDF) return isContinuation(second) ? 2 : 0;
+  const unsigned char low = first == 0xE0 ? 0xA0 : first == 0xF0 ? 0x90 : 0x80;
+  const unsigned char high = first == 0xED ? 0x9F : first == 0xF4 ? 0x8F : 0xBF;
+  if (first < 0xE0 || first > 0xF4 || second < low || second > high) return 0;
+  if (!isContinuation(byteAt(bytes, 2))) return 0;
+  if (first < 0xF0) return 3;
+  return isContinuation(byteAt(bytes, 3)) ? 4 : 0;
+}
+
 bool isUtf8(std::string_view bytes) {
   while (!bytes.empty()) {
     if (startsWithAscii(bytes)) {
       bytes.remove_prefix(sizeof(std::uint64_t));
       continue;
     }
-    const std::size_t length = sequenceLength(bytes);
+    const std::size_t length = utf8SequenceLength(bytes);
     if (length == 0) return false;
     bytes.remove_prefix(length);
   }
@@ -100,7 +95,7 @@ std::string repairedUtf8(std::string_view bytes) {
   std::string text;
   text.reserve(bytes.size());
   while (!bytes.empty()) {
-    const std::size_t length = sequenceLength(bytes);
+    const std::size_t length = utf8SequenceLength(bytes);
     text += length == 0 ? replacement : bytes.substr(0, length);
     bytes.remove_prefix(length == 0 ? 1 : length);
   }
@@ -120,7 +115,7 @@ std::string utf8FromLatin1(std::string_view bytes) {
 std::string latin1FromUtf8(std::string_view text) {
   std::string bytes;
   while (!text.empty()) {
-    const std::size_t length = sequenceLength(text);
+    const std::size_t length = utf8SequenceLength(text);
     const unsigned char first = byteAt(text, 0);
     if (length == 2 && first <= 0xC3) {
       bytes += static_cast<char>((first << 6) | (byteAt(text, 1) & 0x3F));
@@ -178,7 +173,7 @@ std::string utf8FromUtf16(std::string_view bytes) {
 Scalar firstScalar(std::string_view text) {
   const char32_t first = byteAt(text, 0);
   const auto rest = [text](std::size_t index) -> char32_t { return byteAt(text, index) & 0x3F; };
-  switch (sequenceLength(text)) {
+  switch (utf8SequenceLength(text)) {
     case 1: return {first, 1};
     case 2: return {(first & 0x1F) << 6 | rest(1), 2};
     case 3: return {(first & 0x0F) << 12 | rest(1) << 6 | rest(2), 3};
@@ -208,6 +203,12 @@ void appendUtf8(std::string& text, char32_t scalar) {
     text += continuation(6);
     text += continuation(0);
   }
+}
+
+std::size_t leadingSpaceLength(std::string_view text) {
+  if (text.empty()) return 0;
+  const Scalar first = firstScalar(text);
+  return isSpace(first.value) ? first.length : 0;
 }
 
 std::string_view trimmed(std::string_view text) {

@@ -6,12 +6,16 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
 
 namespace quirn::platform {
 
 bool isUtf8(std::string_view bytes);
+
+// The length of the well-formed sequence that begins `bytes`, 0 if none does.
+std::size_t utf8SequenceLength(std::string_view bytes);
 
 // The same text with every ill-formed sequence replaced by U+FFFD.
 std::string repairedUtf8(std::string_view bytes);
@@ -41,8 +45,11 @@ Scalar firstScalar(std::string_view text);
 // A surrogate or what lies beyond U+10FFFF is none.
 bool isScalar(char32_t value);
 
-// Appends a scalar.
+// Appends a scalar; of a surrogate, the three bytes that it would have.
 void appendUtf8(std::string& text, char32_t scalar);
+
+// The bytes of the white space or line end that begins the text, 0 if none does.
+std::size_t leadingSpaceLength(std::string_view text);
 
 // The text without white space and line ends, those of Unicode included, at both ends.
 std::string_view trimmed(std::string_view text);

@@ -21,8 +21,10 @@
 #include "workbench/password_tool.h"
 #include "workbench/punycode_tool.h"
 #include "workbench/quoted_printable_tool.h"
+#include "workbench/reference_tools.h"
 #include "workbench/slug_tool.h"
 #include "workbench/sql_escape_tool.h"
+#include "workbench/structured_tools.h"
 #include "workbench/ulid_tool.h"
 #include "workbench/unicode_escape_tool.h"
 #include "workbench/url_encode_tool.h"
@@ -32,12 +34,17 @@ namespace quirn {
 
 std::span<const TextTool* const> allTextTools() {
   static const std::array tools{
-      &uuidTool(),          &passwordTool(),   &base64Tool(),          &caseTool(),
-      &slugTool(),          &urlEncodeTool(),  &htmlEscapeTool(),      &xmlEscapeTool(),
-      &jsEscapeTool(),      &sqlEscapeTool(),  &csvEscapeTool(),       &backslashTool(),
-      &unicodeEscapeTool(), &numberBaseTool(), &hexBytesTool(),        &hashTool(),
-      &hmacTool(),          &punycodeTool(),   &quotedPrintableTool(), &base32Tool(),
-      &nanoIDTool(),        &ulidTool(),       &loremTool(),
+      &uuidTool(),          &passwordTool(),      &base64Tool(),      &caseTool(),
+      &jsonTool(),          &slugTool(),          &xmlTool(),         &xmlJsonTool(),
+      &xpathTool(),         &jsonPathTool(),      &urlEncodeTool(),   &htmlEscapeTool(),
+      &xmlEscapeTool(),     &jsEscapeTool(),      &sqlEscapeTool(),   &csvEscapeTool(),
+      &backslashTool(),     &unicodeEscapeTool(), &numberBaseTool(),  &hexBytesTool(),
+      &hashTool(),          &hmacTool(),          &punycodeTool(),    &quotedPrintableTool(),
+      &base32Tool(),        &nanoIDTool(),        &ulidTool(),        &loremTool(),
+      &jwtTool(),           &regexTool(),         &queryStringTool(), &urlParserTool(),
+      &ipCalculatorTool(),  &httpStatusTool(),    &userAgentTool(),   &colorConverterTool(),
+      &colorContrastTool(), &gradientTool(),      &timestampTool(),   &timeZoneTool(),
+      &dateMathTool(),      &unitTool(),          &cronTool(),
   };
   return tools;
 }

@@ -6,6 +6,7 @@
 #include <cmath>
 
 #include "core/input_file.h"
+#include "platform/text.h"
 #include "workbench/color.h"
 #include "workbench/reference_support.h"
 
@@ -101,7 +102,7 @@ Color colorOfHsl(const Hsl& hsl, double alpha) {
 std::optional<Color> functionColor(std::string_view text) {
   const std::size_t open = text.find('(');
   if (open == std::string_view::npos || !text.ends_with(')')) return std::nullopt;
-  const std::string_view name = trimmed(text.substr(0, open));
+  const std::string_view name = platform::trimmed(text.substr(0, open));
   std::string separated(text.substr(open + 1, text.size() - open - 2));
   std::ranges::replace_if(separated, [](char mark) { return mark == '/' || mark == ','; }, ' ');
   const auto arguments = words(separated);
@@ -122,7 +123,7 @@ std::optional<Color> functionColor(std::string_view text) {
 
 std::optional<Color> colorIn(std::string_view text) {
   constexpr std::size_t longest = 1000;
-  text = trimmed(text);
+  text = platform::trimmed(text);
   if (text.empty() || text.size() > longest) return std::nullopt;
   const std::string lower = lowerCased(text);
   if (const auto color = namedColor(lower)) return color;

@@ -8,6 +8,7 @@
 
 #include "core/input_file.h"
 #include "platform/civil_time.h"
+#include "platform/text.h"
 #include "workbench/date_text.h"
 #include "workbench/reference_support.h"
 
@@ -174,7 +175,7 @@ class DateReader {
 }  // namespace
 
 std::optional<Instant> dateIn(std::string_view text, const platform::TimeZone& zone) {
-  text = trimmed(text);
+  text = platform::trimmed(text);
   auto written = DateReader(text).readIso();
   if (!written) written = DateReader(text).readMailDate();
   if (!written) return std::nullopt;
@@ -185,7 +186,7 @@ std::optional<Instant> dateIn(std::string_view text, const platform::TimeZone& z
 
 std::optional<platform::TimeZone> zoneIn(std::string_view name) {
   constexpr std::array<std::string_view, 4> utcNames = {"UTC", "GMT", "Z", "ZULU"};
-  name = trimmed(name);
+  name = platform::trimmed(name);
   if (std::ranges::find(utcNames, upperCased(name)) != utcNames.end()) return platform::TimeZone::utc();
   return platform::TimeZone::named(name);
 }

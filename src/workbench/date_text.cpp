@@ -117,6 +117,11 @@ std::string mailText(std::int64_t seconds) {
 }
 
 std::string relativeText(const Instant& instant, const Instant& now) {
+  return relativeText(static_cast<double>(instant.seconds) - static_cast<double>(now.seconds) +
+                      static_cast<double>(instant.nanoseconds - now.nanoseconds) / 1e9);
+}
+
+std::string relativeText(double secondsAhead) {
   struct Unit {
     std::string_view name;
     double seconds;
@@ -124,12 +129,10 @@ std::string relativeText(const Instant& instant, const Instant& now) {
   };
   constexpr std::array<Unit, 4> units = {
       {{"second", 1, 60}, {"minute", 60, 3600}, {"hour", 3600, 86400}, {"day", 86400, HUGE_VAL}}};
-  const double ahead = static_cast<double>(instant.seconds) - static_cast<double>(now.seconds) +
-                       static_cast<double>(instant.nanoseconds - now.nanoseconds) / 1e9;
-  const double distance = std::abs(ahead);
+  const double distance = std::abs(secondsAhead);
   if (distance < 1) return "now";
   const auto unit = std::ranges::find_if(units, [&](auto& each) { return distance < each.below; });
-  return counted(std::llround(distance / unit->seconds), unit->name) + (ahead > 0 ? " from now" : " ago");
+  return counted(std::llround(distance / unit->seconds), unit->name) + (secondsAhead > 0 ? " from now" : " ago");
 }
 
 std::string counted(std::int64_t number, std::string_view unit) {

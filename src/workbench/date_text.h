@@ -44,6 +44,7 @@ std::string mailText(std::int64_t seconds);
 
 // "now", "2 hours ago", "1 day from now"
 std::string relativeText(const Instant& instant, const Instant& now);
+std::string relativeText(double secondsAhead);
 
 // "1 day", "2 days"
 std::string counted(std::int64_t number, std::string_view unit);

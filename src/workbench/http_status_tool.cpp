@@ -5,6 +5,7 @@
 
 #include <algorithm>
 
+#include "platform/text.h"
 #include "workbench/http_status_codes.h"
 #include "workbench/reference_support.h"
 #include "workbench/reference_tools.h"
@@ -30,7 +31,7 @@ bool isInteger(std::string_view text) {
 }
 
 std::string lookedUp(std::string_view input, const TextToolOptions& /*options*/) {
-  input = trimmed(input);
+  input = platform::trimmed(input);
   if (!isInteger(input)) return reference();
   const auto status = std::ranges::find(httpStatusCodes(), integerIn(input), &HttpStatus::code);
   if (status == httpStatusCodes().end())

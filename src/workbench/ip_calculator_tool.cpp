@@ -3,6 +3,7 @@
 
 #include <fmt/format.h>
 
+#include "platform/text.h"
 #include "workbench/reference_support.h"
 #include "workbench/reference_tools.h"
 
@@ -56,7 +57,7 @@ std::string dotted(std::uint32_t address) {
 }
 
 std::string calculated(std::string_view input, const TextToolOptions& /*options*/) {
-  input = trimmed(input);
+  input = platform::trimmed(input);
   if (input.empty()) return "";
   const Subnet subnet = subnetIn(input);
   return fmt::format(

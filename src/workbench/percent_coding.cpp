@@ -5,11 +5,29 @@
 
 #include "platform/text.h"
 #include "workbench/hex.h"
+#include "workbench/rewriting.h"
 
 namespace quirn {
+namespace {
+
+constexpr ByteSet reserved = bytesWhere([](unsigned char byte) {
+  const auto lower = static_cast<unsigned char>(byte | 0x20);
+  const bool isLetter = lower >= 'a' && lower <= 'z';
+  const bool isDigit = byte >= '0' && byte <= '9';
+  return !isLetter && !isDigit && byte != '-' && byte != '_' && byte != '.' && byte != '~';
+});
+
+}  // namespace
 
 void appendPercentEncoded(std::string& text, std::string_view bytes) {
   for (const char byte : bytes) appendHexEscape(text, "%", byte);
+}
+
+std::string percentEncoded(std::string_view bytes) {
+  return rewritten(bytes, reserved, [](std::string& result, std::string_view text, std::size_t at) {
+    appendPercentEncoded(result, text.substr(at, 1));
+    return at + 1;
+  });
 }
 
 std::optional<std::string> percentDecoded(std::string_view text) {

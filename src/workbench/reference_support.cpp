@@ -4,53 +4,14 @@
 #include "workbench/reference_support.h"
 
 #include <algorithm>
-#include <array>
 #include <charconv>
 #include <cmath>
 
 #include "platform/text.h"
+#include "workbench/percent_coding.h"
 
 namespace quirn {
 namespace {
-
-// The characters of the property White_Space beyond ASCII.
-constexpr std::array<std::string_view, 19> wideSpace = {
-    "\u0085", "\u00A0", "\u1680", "\u2000", "\u2001", "\u2002", "\u2003", "\u2004", "\u2005", "\u2006",
-    "\u2007", "\u2008", "\u2009", "\u200A", "\u2028", "\u2029", "\u202F", "\u205F", "\u3000"};
-
-bool isAsciiSpace(char character) {
-  return character == ' ' || (character >= '\t' && character <= '\r');
-}
-
-// In bytes, 0 if there is none.
-std::size_t spaceAtBegin(std::string_view text) {
-  if (text.empty() || isAsciiSpace(text.front())) return text.empty() ? 0 : 1;
-  if (static_cast<unsigned char>(text.front()) < 0x80) return 0;
-  const auto found = std::ranges::find_if(wideSpace, [&](auto space) { return text.starts_with(space); });
-  return found == wideSpace.end() ? 0 : found->size();
-}
-
-std::size_t spaceAtEnd(std::string_view text) {
-  if (text.empty() || isAsciiSpace(text.back())) return text.empty() ? 0 : 1;
-  if (static_cast<unsigned char>(text.back()) < 0x80) return 0;
-  const auto found = std::ranges::find_if(wideSpace, [&](auto space) { return text.ends_with(space); });
-  return found == wideSpace.end() ? 0 : found->size();
-}
-
-int hexValue(char digit) {
-  if (digit >= '0' && digit <= '9') return digit - '0';
-  if (digit >= 'a' && digit <= 'f') return digit - 'a' + 10;
-  if (digit >= 'A' && digit <= 'F') return digit - 'A' + 10;
-  return -1;
-}
-
-// Of the escape at the beginning, or -1.
-int escapedByte(std::string_view text) {
-  if (text.size() < 3 || text.front() != '%') return -1;
-  const int high = hexValue(text[1]);
-  const int low = hexValue(text[2]);
-  return high < 0 || low < 0 ? -1 : high * 16 + low;
-}
 
 template <typename Number>
 std::optional<Number> whole(std::string_view text) {
@@ -62,12 +23,6 @@ std::optional<Number> whole(std::string_view text) {
 }
 
 }  // namespace
-
-std::string_view trimmed(std::string_view text) {
-  while (const std::size_t length = spaceAtBegin(text)) text.remove_prefix(length);
-  while (const std::size_t length = spaceAtEnd(text)) text.remove_suffix(length);
-  return text;
-}
 
 std::vector<std::string_view> splitAt(std::string_view text, char separator) {
   std::vector<std::string_view> pieces;
@@ -81,16 +36,16 @@ std::vector<std::string_view> splitAt(std::string_view text, char separator) {
 
 std::vector<std::string_view> trimmedLines(std::string_view text) {
   std::vector<std::string_view> lines = splitAt(text, '\n');
-  std::ranges::transform(lines, lines.begin(), trimmed);
+  std::ranges::transform(lines, lines.begin(), platform::trimmed);
   std::erase(lines, "");
   return lines;
 }
 
 std::vector<std::string_view> words(std::string_view text) {
   std::vector<std::string_view> found;
-  for (text = trimmed(text); !text.empty(); text = trimmed(text)) {
+  for (text = platform::trimmed(text); !text.empty(); text = platform::trimmed(text)) {
     std::size_t end = 1;
-    while (end < text.size() && spaceAtBegin(text.substr(end)) == 0) ++end;
+    while (end < text.size() && platform::leadingSpaceLength(text.substr(end)) == 0) ++end;
     found.push_back(text.substr(0, end));
     text.remove_prefix(end);
   }
@@ -118,15 +73,10 @@ std::string excerpt(std::string_view text) {
   return platform::repairedUtf8(shown) + (shown.size() < text.size() ? "…" : "");
 }
 
-std::string percentDecoded(std::string_view text) {
-  std::string decoded;
-  for (std::size_t at = 0; at < text.size(); ++at) {
-    const int byte = escapedByte(text.substr(at));
-    decoded += byte < 0 ? text[at] : static_cast<char>(byte);
-    if (byte >= 0) at += 2;
-  }
-  // Changed by it is what holds control characters or isn't UTF-8.
-  return platform::displayText(decoded) == decoded ? decoded : std::string(text);
+std::string readablyDecoded(std::string_view text) {
+  const auto decoded = percentDecoded(text);
+  const bool isReadable = decoded && platform::displayText(*decoded) == *decoded;
+  return isReadable ? *decoded : std::string(text);
 }
 
 std::string withoutTrailingZeros(std::string number) {

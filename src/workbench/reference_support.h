@@ -13,9 +13,6 @@
 
 namespace quirn {
 
-// Without white space (of Unicode, as pasted text brings it) and line ends at both ends.
-std::string_view trimmed(std::string_view text);
-
 // One more than there are separators; pieces may be empty.
 std::vector<std::string_view> splitAt(std::string_view text, char separator);
 
@@ -38,9 +35,8 @@ std::optional<double> numberIn(std::string_view text);
 // longer than a person reads.
 std::string excerpt(std::string_view text);
 
-// With each "%41" as its character, where that gives text that can stand on one line; else as it
-// is.
-std::string percentDecoded(std::string_view text);
+// With each "%41" as its character, where that gives text that can stand on one line; else as it is.
+std::string readablyDecoded(std::string_view text);
 
 // The number without the zeros, and then the point, that end its fraction; "0" for "-0".
 std::string withoutTrailingZeros(std::string number);

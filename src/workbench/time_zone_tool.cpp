@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <array>
 
+#include "platform/text.h"
 #include "workbench/date_reader.h"
 #include "workbench/date_text.h"
 #include "workbench/reference_support.h"
@@ -43,7 +44,7 @@ TimeZone zoneNamed(std::string_view value, std::string_view role) {
 std::string converted(std::string_view input, const TextToolOptions& options) {
   const TimeZone from = zoneNamed(options.text("from", defaultFrom), "From");
   const TimeZone to = zoneNamed(options.text("to", defaultTo), "To");
-  input = trimmed(input);
+  input = platform::trimmed(input);
   const auto instant = dateIn(input, from);
   if (!instant) {
     throw TextToolError(

@@ -5,6 +5,7 @@
 
 #include <fmt/format.h>
 
+#include "platform/text.h"
 #include "workbench/date_reader.h"
 #include "workbench/date_text.h"
 #include "workbench/reference_support.h"
@@ -47,7 +48,7 @@ std::string millisecondText(const Instant& instant) {
 }  // namespace
 
 std::string momentInEveryForm(std::string_view input, const Instant& now, const platform::TimeZone& localZone) {
-  input = trimmed(input);
+  input = platform::trimmed(input);
   if (input.empty()) throw TextToolError("Enter a Unix epoch or a date string.");
   const auto instant = instantIn(input);
   if (!instant) {

@@ -8,6 +8,7 @@
 #include <cmath>
 
 #include "core/input_file.h"
+#include "platform/text.h"
 #include "workbench/reference_support.h"
 #include "workbench/reference_tools.h"
 #include "workbench/units.h"
@@ -42,7 +43,7 @@ const UnitCategory& categoryNamed(std::string_view name) {
 }
 
 const Unit& unitNamed(std::string_view symbol, const UnitCategory& category) {
-  const std::string sought = lowerCased(trimmed(symbol));
+  const std::string sought = lowerCased(platform::trimmed(symbol));
   const auto& units = category.units;
   const auto found = std::ranges::find_if(units, [&](const Unit& unit) { return lowerCased(unit.symbol) == sought; });
   if (found != units.end()) return *found;
@@ -54,7 +55,7 @@ const Unit& unitNamed(std::string_view symbol, const UnitCategory& category) {
 
 std::string convertedToAll(std::string_view input, const TextToolOptions& options) {
   const UnitCategory& category = categoryNamed(options.text("category", defaultCategory));
-  input = trimmed(input);
+  input = platform::trimmed(input);
   const auto value = numberIn(input);
   if (!value) {
     throw TextToolError(fmt::format("Enter a single number to convert (got \"{}\").", excerpt(input)));

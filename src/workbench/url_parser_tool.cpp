@@ -4,6 +4,7 @@
 #include <fmt/format.h>
 #include <fmt/ranges.h>
 
+#include "platform/text.h"
 #include "workbench/reference_support.h"
 #include "workbench/reference_tools.h"
 #include "workbench/url_components.h"
@@ -17,20 +18,20 @@ std::vector<std::string> describedLines(const UrlComponents& url) {
     if (!value.empty()) lines.push_back(fmt::format("{}: {}", label, value));
   };
   add("Scheme", url.scheme);
-  add("User", percentDecoded(url.user));
-  add("Password", percentDecoded(url.password));
-  add("Host", percentDecoded(url.host));
+  add("User", readablyDecoded(url.user));
+  add("Password", readablyDecoded(url.password));
+  add("Host", readablyDecoded(url.host));
   add("Port", url.port);
   add("Path", url.path);
   if (!url.queryItems.empty()) lines.emplace_back("Query:");
   for (const auto& [name, value] : url.queryItems)
-    lines.push_back(fmt::format("    {} = {}", percentDecoded(name), percentDecoded(value)));
-  add("Fragment", percentDecoded(url.fragment));
+    lines.push_back(fmt::format("    {} = {}", readablyDecoded(name), readablyDecoded(value)));
+  add("Fragment", readablyDecoded(url.fragment));
   return lines;
 }
 
 std::string parsedUrl(std::string_view input, const TextToolOptions& /*options*/) {
-  input = trimmed(input);
+  input = platform::trimmed(input);
   if (input.empty()) return "";
   const auto url = urlComponents(input);
   if (!url) throw TextToolError("Couldn't parse that as a URL.");

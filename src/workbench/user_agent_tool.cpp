@@ -3,6 +3,7 @@
 
 #include <fmt/format.h>
 
+#include "platform/text.h"
 #include "workbench/reference_support.h"
 #include "workbench/reference_tools.h"
 #include "workbench/user_agent.h"
@@ -15,7 +16,7 @@ std::string named(const NameAndVersion& part) {
 }
 
 std::string identified(std::string_view input, const TextToolOptions& /*options*/) {
-  input = trimmed(input);
+  input = platform::trimmed(input);
   if (input.empty()) return "";
   const UserAgent agent = userAgentIn(input);
   return fmt::format("Browser: {}\nOS:      {}\nDevice:  {}", named(agent.browser), named(agent.system), agent.device);

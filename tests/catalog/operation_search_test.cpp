@@ -39,7 +39,6 @@ TEST(OperationSearch, PutsFirstWhatThePersonMeans) {
       {"pdf.merge", "pdf.merge"},
       {"merge", "pdf.merge"},
       {"combine pdfs", "pdf.merge"},
-      {"convert", "image.convert"},
       {"mp4 to gif", "video.gif"},
       {"mp3 to wav", "audio.convert"},
       {"word to pdf", "office.document-convert"},

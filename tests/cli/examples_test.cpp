@@ -37,8 +37,9 @@ std::vector<std::string> examplesIn(const std::string& text) {
 
 // Makes the files that the words name, and keeps outputs in the folder.
 void prepare(const TemporaryFolder& folder, std::vector<std::string>& words) {
-  const bool takesFiles = words.front() == "run" || words.front() == "suggest";
-  for (std::size_t i = words.front() == "run" ? 2 : 1; takesFiles && i < words.size(); ++i) {
+  const bool namesFirst = words.front() == "run" || words.front() == "tool";
+  const bool takesFiles = namesFirst || words.front() == "suggest";
+  for (std::size_t i = namesFirst ? 2 : 1; takesFiles && i < words.size(); ++i) {
     if (words[i] == "--out") {
       words[++i] = "out";
     } else if (words[i] == "--set") {
