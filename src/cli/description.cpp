@@ -74,14 +74,14 @@ JsonObject descriptionAsJson(const OperationType& type) {
   object.emplace_back("about", type.info().about);
   object.emplace_back("accepts", type.accepts().description());
   if (const TextTool* tool = textToolByID(type.info().operationID)) {
-    for (auto& member : toolDetailsAsJson(*tool)) object.push_back(std::move(member));
+    for (auto& [key, value] : toolDetailsAsJson(*tool)) object.emplace_back(key, std::move(value));
     return object;
   }
   const Panel panel = type.defaultPanel();
   const JsonObject defaults = type.isConfigurable() ? panel.values(*type.defaultConfig()) : JsonObject();
   JsonArray controls;
   for (std::size_t i = 0; i < defaults.size(); ++i) {
-    controls.push_back(asJson(panel.controls()[i], defaults[i].second));
+    controls.emplace_back(asJson(panel.controls()[i], defaults[i].second));
   }
   object.emplace_back("controls", std::move(controls));
   object.emplace_back("notes", texts(panel.notes()));

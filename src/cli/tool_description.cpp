@@ -12,7 +12,6 @@ namespace quirn::cli {
 namespace {
 
 using platform::JsonArray;
-using platform::JsonNumber;
 using platform::JsonObject;
 
 // Keys and names are those that the settings of other operations are described with.
@@ -23,7 +22,7 @@ struct ControlAsJson {
   JsonObject operator()(const ChoiceControl& control) const {
     JsonArray choices;
     for (const std::string& option : control.options)
-      choices.push_back(JsonObject{{"name", option}, {"label", option}});
+      choices.emplace_back(JsonObject{{"name", option}, {"label", option}});
     return {{"key", control.key},
             {"kind", "choice"},
             {"label", control.label},

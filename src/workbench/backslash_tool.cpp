@@ -64,7 +64,7 @@ const TextTool& backslashTool() {
       .shortName = "backslash",
       .icon = "textformat",
       .aliases = {"backslash", "escape control", "c escape", "whitespace escape"},
-      .blurb = "Escape control characters to \\n \\t \\xHH, or decode them back.",
+      .blurb = R"(Escape control characters to \n \t \xHH, or decode them back.)",
       .inputPlaceholder = "Text to escape, or escaped text to decode…",
       .controls = {modeControl("Escape", "Unescape")},
       .sampleInput = "tab\there\nnewline",

@@ -7,6 +7,7 @@
 #include <set>
 
 #include "catalog/catalog.h"
+#include "core/local_context.h"
 #include "platform/text.h"
 #include "workbench/text_tool_operation.h"
 #include "workbench/tool_cases.h"
@@ -107,9 +108,9 @@ TEST(TextToolOperation, isInteractiveAndOpensEmpty) {
   EXPECT_TRUE(type.canRun({}));
   const std::vector<InputFile> file{{.url = "/a.txt", .contentType = ContentType("text/plain")}};
   EXPECT_FALSE(type.canRun(file));
-  OperationContext* const none = nullptr;
+  LocalContext context(0, std::nullopt);
   try {
-    type.make()->run({}, *none);  // NOLINT: the context is never looked at
+    type.make()->run({}, context);
     FAIL();
   } catch (const OperationError& error) {
     EXPECT_THAT(error.userMessage(), ::testing::HasSubstr("Base64 is interactive."));
