@@ -15,4 +15,9 @@ FileStatus statusAt(const std::filesystem::path& path) {
   return {FileStatus::Kind::other, 0};
 }
 
+std::int64_t sizeOfOpen(int descriptor) {
+  struct stat status{};
+  return ::fstat(descriptor, &status) == 0 ? status.st_size : 0;
+}
+
 }  // namespace quirn::platform

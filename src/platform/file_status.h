@@ -24,4 +24,7 @@ struct FileStatus {
 // Follows links. Opens nothing.
 FileStatus statusAt(const std::filesystem::path& path);
 
+// The size in bytes of an open file; 0 where that can't be told.
+std::int64_t sizeOfOpen(int descriptor);
+
 }  // namespace quirn::platform
