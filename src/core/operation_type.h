@@ -11,6 +11,7 @@
 #include <span>
 #include <type_traits>
 
+#include "core/budgets.h"
 #include "core/operation.h"
 
 namespace quirn {
@@ -19,6 +20,10 @@ class OperationType {
  public:
   template <class Operation>
   static OperationType of();
+
+  // The description alone, of an operation whose code is in a module. Links nothing of that code.
+  template <class Operation>
+  static OperationType describedBy();
 
   const OperationInfo& info() const { return *info_; }
   const AcceptedInputs& accepts() const { return *accepts_; }
@@ -44,8 +49,26 @@ class OperationType {
   // The controls for the default record; none without settings.
   Panel defaultPanel() const { return isConfigurable() ? configPanel(*defaultConfig()) : Panel(); }
 
-  // The value that runs once and is dropped.
+  // Where its code may run.
+  Placement placement() const { return placement_; }
+  // The shared module that holds its code; empty where that is in the program itself.
+  std::string_view module() const { return module_; }
+  // Whether it opens files that an input names.
+  bool readsNeighbours() const { return readsNeighbours_; }
+  // What a file may cost; none for an operation that runs in process.
+  std::vector<Budget> budgets() const;
+  // The same operation elsewhere, to compare the two.
+  OperationType placedIn(Placement placement, std::string_view module = {}) const;
+
+  // The value that runs once and is dropped. Not of a described one.
   std::unique_ptr<QuirnOperation> make() const { return make_(); }
+  // Processes one input; `config` is of this operation, or any where there are no settings. Only
+  // where isPerFile(), and not of a described one.
+  OutputFile processFile(const InputFile& input, const OperationConfig& config,
+                         OperationContext& context) const {
+    return processFile_(input, config, context);
+  }
+  bool isDescriptionAlone() const { return make_ == nullptr; }
 
  private:
   OperationType() = default;
@@ -54,6 +77,12 @@ class OperationType {
   const AcceptedInputs* accepts_ = nullptr;
   bool isInteractive_ = false;
   bool isPerFile_ = false;
+  bool readsNeighbours_ = false;
+  Placement placement_ = Placement::boxed;
+  std::string_view module_;
+  std::vector<Budget> ownBudgets_;
+  std::function<OutputFile(const InputFile&, const OperationConfig&, OperationContext&)>
+      processFile_;
   std::function<bool(std::span<const InputFile>)> canRun_;
   std::function<std::unique_ptr<QuirnOperation>()> make_;
   std::function<std::unique_ptr<OperationConfig>()> makeConfig_;
@@ -75,17 +104,65 @@ template <class Operation>
 concept IsPerFile = std::is_base_of_v<PerFileOperation, Operation> ||
                     (HasConfig<Operation> && requires { &Operation::processFileConfigured; });
 
+template <class Operation>
+concept StatesPlacement = requires { Operation::placement; };
+
+template <class Operation>
+concept StatesModule = requires { Operation::module; };
+
+template <class Operation>
+concept StatesNeighbours = requires { Operation::readsNeighbours; };
+
+template <class Operation>
+concept StatesBudgets = requires { Operation::budgets; };
+
 }  // namespace detail
+
+inline std::vector<Budget> OperationType::budgets() const {
+  if (placement_ == Placement::inProcess) return {};
+  std::vector<Budget> all(budgetsOfEveryBox.begin(), budgetsOfEveryBox.end());
+  all.insert(all.end(), ownBudgets_.begin(), ownBudgets_.end());
+  return all;
+}
+
+inline OperationType OperationType::placedIn(Placement placement, std::string_view module) const {
+  OperationType moved = *this;
+  moved.placement_ = placement;
+  moved.module_ = module;
+  return moved;
+}
 
 template <class Operation>
 OperationType OperationType::of() {
+  OperationType type = describedBy<Operation>();
+  type.make_ = [] { return std::make_unique<Operation>(); };
+  if constexpr (detail::IsPerFile<Operation>) {
+    type.processFile_ = [](const InputFile& input, [[maybe_unused]] const OperationConfig& config,
+                           OperationContext& context) {
+      if constexpr (detail::HasConfig<Operation>) {
+        return Operation().processFileConfigured(
+            input, dynamic_cast<const typename Operation::Config&>(config), context);
+      } else {
+        return Operation().processFile(input, context);
+      }
+    };
+  }
+  return type;
+}
+
+template <class Operation>
+OperationType OperationType::describedBy() {
   static_assert(std::is_base_of_v<QuirnOperation, Operation>);
   OperationType type;
   type.info_ = &Operation::info();
   type.accepts_ = &Operation::accepts();
   type.isInteractive_ = std::is_base_of_v<AnyInteractiveOperation, Operation>;
   type.isPerFile_ = detail::IsPerFile<Operation>;
-  type.make_ = [] { return std::make_unique<Operation>(); };
+  if constexpr (detail::StatesPlacement<Operation>) type.placement_ = Operation::placement;
+  if constexpr (detail::StatesModule<Operation>) type.module_ = Operation::module;
+  if constexpr (detail::StatesNeighbours<Operation>) type.readsNeighbours_ = Operation::readsNeighbours;
+  if constexpr (detail::StatesBudgets<Operation>)
+    type.ownBudgets_.assign(std::begin(Operation::budgets), std::end(Operation::budgets));
   if constexpr (detail::HasOwnTest<Operation>) {
     type.canRun_ = &Operation::canRun;
   } else {
