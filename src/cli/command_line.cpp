@@ -11,6 +11,7 @@
 #include "cli/options.h"
 #include "core/input_file.h"
 #include "core/nearest_name.h"
+#include "platform/lockdown.h"
 
 namespace quirn::cli {
 namespace {
@@ -131,6 +132,13 @@ void require(bool given, std::string_view command, std::string_view what) {
     throw UsageError(fmt::format("“quirn {0}” needs {1}. See “quirn help {0}”.", command, what));
 }
 
+// What protects against strangers' files, and is missing on this machine, belongs to what a person
+// asks about a version.
+std::string versionText() {
+  const std::string gap = platform::lockDownGap();
+  return fmt::format("quirn {}\n{}{}", QUIRN_VERSION, gap, gap.empty() ? "" : "\n");
+}
+
 Command chosen(Parsed parsed, const std::vector<CommandSyntax>& commands, const std::string& name) {
   if (name == "run") {
     require(!parsed.run.operation.empty(), name, "an operation");
@@ -156,7 +164,7 @@ Command parseCommandLine(std::span<const std::string> words) {
   const std::vector<CommandSyntax> commands = allCommands(parsed);
   const std::string first = words.empty() ? "--help" : words.front();
   if (first == "--help" || first == "-h") return Printout{helpOnAll(commands)};
-  if (first == "--version") return Printout{fmt::format("quirn {}\n", QUIRN_VERSION)};
+  if (first == "--version") return Printout{versionText()};
   if (first.starts_with('-')) {
     throw UsageError(
         fmt::format("There is no option “{}”. Accepted: --help, --version.{}", first,
