@@ -87,7 +87,8 @@ TEST(HostileDecoder, ThatHangsIsEnded) {
 TEST(HostileDecoder, ThatAbusesItsConnectionIsEnded) {
   for (const char* const attack :
        {"flood", "garbage", "short-message", "long-message", "long-text", "send-descriptor", "publish-unknown",
-        "list-unknown", "open-unknown", "enumerate-file", "climb", "break-line", "go-back", "finish-without-output"}) {
+        "list-unknown", "open-unknown", "enumerate-file", "climb", "break-line", "go-back", "cancel", "cancel-by-error",
+        "fail-for-others", "finish-without-output"}) {
     const HostileFolder folder;
     EXPECT_THAT(sentenceFor(attack, "", folder), HasSubstr(misbehaved)) << attack;
   }

@@ -207,6 +207,14 @@ const std::map<std::string, Attack>& programAttacks() {
        [](const Target& target) { return afterSending(say(Ask::neighbour).number(0).text(target.argument)); }},
       {"climb", [](const Target&) { return afterSending(say(Ask::stage).number(0).text("../../x").text("txt")); }},
       {"break-line", [](const Target&) { return afterSending(say(Ask::stage).number(0).text("x\ny").text("txt")); }},
+      {"cancel", [](const Target&) { return afterSending(say(Ask::cancelled)); }},
+      {"cancel-by-error",
+       [](const Target&) {
+         MessageWriter message = say(Ask::failed);
+         box::write(message, OperationError::cancelled());
+         return afterSending(message);
+       }},
+      {"fail-for-others", [](const Target&) { return afterSending(say(Ask::failure).text("last.bin").text("x")); }},
       {"go-back",
        [](const Target&) {
          connection().send(say(Ask::state).text("").number(1).number(5).number(0).bytes(), -1, std::chrono::seconds(9));

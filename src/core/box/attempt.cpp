@@ -86,7 +86,8 @@ std::optional<InputHandle> Attempt::openAhead() const {
 }
 
 void Attempt::send(const MessageWriter& message, int descriptor) {
-  const auto patience = std::chrono::duration_cast<std::chrono::milliseconds>(limits_.silence);
+  // A worker that is told something waits for it.
+  const auto patience = std::min<std::chrono::milliseconds>(limits_.silence, 5s);
   if (!worker_.messages().send(message.bytes(), descriptor, patience)) throw WorkerLost(WorkerLost::How::died);
 }
 

@@ -13,8 +13,9 @@ namespace fs = std::filesystem;
 namespace {
 
 constexpr std::size_t mostOpenOutputs = 64;
-constexpr std::size_t longestNamePart = 255;  // bytes
-constexpr std::int64_t mostFailures = 100'000;
+constexpr std::size_t longestNamePart = 255;     // bytes
+constexpr std::size_t mostBytesTold = 64 << 20;  // of failures
+constexpr std::size_t mostEnumerations = 4;      // of each input
 
 MessageWriter message(Tell kind) {
   return std::move(MessageWriter().choice(kind));
@@ -47,6 +48,7 @@ Grant::Grant(const OperationType& type, std::span<const InputFile> inputs, Opera
       limits_(limits),
       name_(nameFor(inputs)),
       inputs_(inputs.begin(), inputs.end()),
+      grantedCount_(inputs.size()),
       total_(context.progress().totalUnitCount()) {
   for (const InputFile& input : inputs) bytesIn_ = saturatedSum(bytesIn_, input);
 }
@@ -142,7 +144,7 @@ void Grant::openNeighbour(MessageReader& question, const Send& send) {
 
 void Grant::enumerate(MessageReader& question, const Send& send) {
   const InputFile& folder = readInput(question);
-  if (!folder.isDirectory) throw OutsideGrant();
+  if (!folder.isDirectory || ++enumerationCount_ > mostEnumerations * grantedCount_) throw OutsideGrant();
   const std::vector<InputFile> files = context_.enumerate(folder);
   if (std::ssize(inputs_) + std::ssize(files) > limitOf(Budget::entries))
     throw breachOf(Budget::entries, folder.fileName());
@@ -191,9 +193,11 @@ bool Grant::note(Ask kind, MessageReader& message) {
       return true;
     }
     case Ask::failure: {
-      if (std::ssize(result_.failures) >= mostFailures) throw OutsideGrant();
       const std::string fileName(message.text(longestText));
-      result_.failures.push_back({platform::Uuid::random(), fileName, std::string(message.text(longestText))});
+      const std::string text(message.text(longestText));
+      bytesTold_ += fileName.size() + text.size();
+      if (type_.isPerFile() || bytesTold_ > mostBytesTold) throw OutsideGrant();
+      result_.failures.push_back({platform::Uuid::random(), fileName, text});
       return true;
     }
     default: return false;
@@ -219,7 +223,7 @@ void Grant::publish(MessageReader& message) {
   ++steps_;
 }
 
-// The total and the completed units may be anything in a stranger's hands; the sum of what is passed on may not.
+// Where each file is a unit, the driver counts; a worker's own units are no more than a sign of life then.
 void Grant::noteState(MessageReader& message) {
   constexpr std::int64_t mostUnits = std::int64_t{1} << 52;
   const std::string status(message.text(longestText));
@@ -232,8 +236,10 @@ void Grant::noteState(MessageReader& message) {
     context_.setStatus(status);
     ++steps_;
   }
-  if (total != total_) context_.progress().setTotalUnitCount(total_ = total);
-  if (completed > completed_) context_.progress().complete(completed - completed_);
+  if (!type_.isPerFile()) {
+    if (total != total_) context_.progress().setTotalUnitCount(total_ = total);
+    if (completed > completed_) context_.progress().complete(completed - completed_);
+  }
   if (completed > completed_ || reads != reads_) ++steps_;
   completed_ = completed;
   reads_ = reads;
@@ -242,6 +248,11 @@ void Grant::noteState(MessageReader& message) {
 // An error behind a full output is the budget's.
 OperationError Grant::explained(OperationError error) const {
   return wasFull_ ? breachOf(Budget::bytesOutPerByteIn, name_) : error;
+}
+
+// A cancelled file ends its whole batch, so it takes a person to cancel.
+void Grant::requireStop() const {
+  if (!context_.stopToken().stop_requested()) throw OutsideGrant();
 }
 
 bool Grant::end(Ask kind, MessageReader& message) {
@@ -254,8 +265,16 @@ bool Grant::end(Ask kind, MessageReader& message) {
       ending_ = std::move(result_);
       return true;
     }
-    case Ask::failed: ending_ = explained(readError(message)); return true;
-    case Ask::cancelled: ending_ = CancellationError(); return true;
+    case Ask::failed: {
+      const OperationError error = readError(message);
+      if (error.kind() == OperationError::Kind::cancelled) requireStop();
+      ending_ = explained(error);
+      return true;
+    }
+    case Ask::cancelled:
+      requireStop();
+      ending_ = CancellationError();
+      return true;
     case Ask::fault: ending_ = std::runtime_error(std::string(message.text(longestText))); return true;
     default: return false;
   }

@@ -98,6 +98,7 @@ class Grant {
   void stage(MessageReader& message, const Send& send);
   void publish(MessageReader& message);
   void noteState(MessageReader& message);
+  void requireStop() const;
   OperationError explained(OperationError error) const;
 
   const OperationType& type_;
@@ -105,6 +106,9 @@ class Grant {
   const BoxLimits& limits_;
   std::string name_;
   std::vector<InputFile> inputs_;
+  std::size_t grantedCount_;  // of inputs_, before folders were looked into
+  std::size_t enumerationCount_ = 0;
+  std::size_t bytesTold_ = 0;
   std::set<std::filesystem::path> enumerated_;
   std::int64_t bytesIn_ = 0;
 
