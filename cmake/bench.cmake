@@ -4,6 +4,11 @@
 # Every bench/*_bench.cpp in one program, quirn_bench, built on request. Only optimised code is
 # worth measuring.
 
+# What bench/box.sh runs.
+add_executable(both_ways EXCLUDE_FROM_ALL "${PROJECT_SOURCE_DIR}/bench/box/both_ways.cpp")
+target_precompile_headers(both_ways REUSE_FROM quirn_precompiled)
+target_link_libraries(both_ways PRIVATE quirn_documents)
+
 file(GLOB_RECURSE benches CONFIGURE_DEPENDS "${PROJECT_SOURCE_DIR}/bench/*_bench.cpp")
 find_package(benchmark QUIET)
 if(NOT CMAKE_BUILD_TYPE STREQUAL "Release" OR NOT benchmark_FOUND OR NOT benches)

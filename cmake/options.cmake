@@ -39,7 +39,7 @@ endif()
 # Spelled out instead of CMAKE_POSITION_INDEPENDENT_CODE, which gives libraries and programs
 # different flags and so a precompiled header each.
 add_compile_options(-fPIE)
-add_link_options(-pie LINKER:--as-needed)
+add_link_options($<$<STREQUAL:$<TARGET_PROPERTY:TYPE>,EXECUTABLE>:-pie> LINKER:--as-needed)
 
 if(CMAKE_BUILD_TYPE STREQUAL "Release")
   add_compile_options(-fstack-protector-strong -fstack-clash-protection)

@@ -11,6 +11,7 @@
 #include "cli/options.h"
 #include "core/input_file.h"
 #include "core/nearest_name.h"
+#include "platform/lockdown.h"
 
 namespace quirn::cli {
 namespace {
@@ -190,6 +191,13 @@ const CommandSyntax& commandNamed(const std::vector<CommandSyntax>& commands, co
       fmt::format("There is no command “{}”. Accepted: {}.{}", name, fmt::join(names, ", "), didYouMean(name, names)));
 }
 
+// What protects against strangers' files, and is missing on this machine, belongs to what a person
+// asks about a version.
+std::string versionText() {
+  const std::string gap = platform::lockDownGap();
+  return fmt::format("quirn {}\n{}{}", QUIRN_VERSION, gap, gap.empty() ? "" : "\n");
+}
+
 Command chosen(Parsed parsed, const std::vector<CommandSyntax>& commands, const std::string& name) {
   if (name == "run") {
     require(!parsed.run.operation.empty(), name, "an operation");
@@ -227,7 +235,7 @@ Command parseCommandLine(std::span<const std::string> words) {
   const std::vector<CommandSyntax> commands = allCommands(parsed);
   const std::string first = words.empty() ? "--help" : words.front();
   if (first == "--help" || first == "-h") return Printout{helpOnAll(commands)};
-  if (first == "--version") return Printout{fmt::format("quirn {}\n", QUIRN_VERSION)};
+  if (first == "--version") return Printout{versionText()};
   if (first.starts_with('-')) {
     throw UsageError(fmt::format("There is no option “{}”. Accepted: --help, --version.{}", first,
                                  didYouMean(first, std::vector<std::string>{"--help", "--version"})));

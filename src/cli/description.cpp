@@ -85,6 +85,10 @@ JsonObject descriptionAsJson(const OperationType& type) {
   }
   object.emplace_back("controls", std::move(controls));
   object.emplace_back("notes", texts(panel.notes()));
+  JsonArray limits;
+  for (const Budget budget : type.budgets())
+    limits.push_back(JsonObject{{"key", enumeratorName(budget)}, {"atMost", limitOf(budget)}});
+  if (!limits.empty()) object.emplace_back("limits", std::move(limits));
   return object;
 }
 
@@ -98,6 +102,9 @@ std::string descriptionAsText(const OperationType& type) {
   std::string text = fmt::format("{} — {}\n{}\n\nCategory: {}\nAccepts:  {}\nAliases:  {}\n", info.operationID,
                                  info.displayName, info.about, enumeratorName(info.category),
                                  type.accepts().description(), fmt::join(info.aliases, ", "));
+  if (!type.budgets().empty()) text += "\nLimits of a file:\n";
+  for (const Budget budget : type.budgets())
+    text += fmt::format("  at most {} {}\n", limitOf(budget), rowOf(budget).what);
   if (!type.isConfigurable()) return text + "\nNo settings.\n";
   text += "\nSettings (--set KEY=VALUE):\n";
   const auto defaults = type.defaultConfig();

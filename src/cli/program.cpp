@@ -15,6 +15,7 @@
 #include "cli/command_line.h"
 #include "cli/console.h"
 #include "cli/exit_status.h"
+#include "core/box/worker.h"
 
 namespace quirn::cli {
 namespace {
@@ -64,6 +65,8 @@ int runProgram(std::span<const std::string> words) {
   allowManyDescriptors();
   try {
     registerAllOperations(OperationRegistry::shared());
+    // Not a command: the program starts itself like this, over connections that nobody else has.
+    if (words.size() == 2 && words[0] == "--worker") return box::runWorker(words[1], OperationRegistry::shared());
     return std::visit(Dispatch{OperationRegistry::shared()}, parseCommandLine(words));
   } catch (const UsageError& error) {
     say(error.what(), Tone::bad);

@@ -32,6 +32,11 @@ class InputHandle {
   // In bytes, when the file was opened.
   std::int64_t size() const { return file_.size(); }
 
+  // For libraries that read from a descriptor of their own accord. Belongs to this object.
+  int descriptor() const { return file_.descriptor(); }
+
+  const std::filesystem::path& url() const { return url_; }
+
  private:
   platform::ReadableFile file_;
   std::filesystem::path url_;

@@ -10,6 +10,11 @@
 //   static const AcceptedInputs& accepts();
 // and where the record can't say it,
 //   static bool canRun(std::span<const InputFile> inputs);
+// What it may add, each with the default that holds without it:
+//   static constexpr Placement placement = Placement::boxed;
+//   static constexpr std::string_view module;             // of the heavy library it stands on; none
+//   static constexpr bool readsNeighbours = false;        // may call OperationContext::openNeighbour
+//   static constexpr std::array budgets{Budget::pixels};  // on top of those of every box; none
 
 #pragma once
 
@@ -31,6 +36,10 @@
 #include "core/panel.h"
 
 namespace quirn {
+
+// Where an operation's code may run. In process belong digests, copies and our own code on bytes
+// that it doesn't interpret much; what parses files from strangers is boxed.
+enum class Placement { inProcess, boxed };
 
 struct OperationInfo {
   std::string_view operationID;  // unique, lower case, "category.verb-object"; it never changes

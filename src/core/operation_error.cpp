@@ -34,6 +34,10 @@ OperationError OperationError::cancelled() {
   return {Kind::cancelled, {}, {}};
 }
 
+OperationError OperationError::restored(Kind kind, std::string subject, std::string underlying) {
+  return {kind, std::move(subject), std::move(underlying)};
+}
+
 std::string OperationError::userMessage() const {
   switch (kind_) {
     case Kind::unsupportedInput: return fmt::format("Quirn can't run this on these files. {}", subject_);

@@ -25,7 +25,13 @@ class OperationError final : public std::exception {
   static OperationError sandboxAccessDenied(const std::filesystem::path& url);
   static OperationError cancelled();
 
+  // The parts of an error put together again.
+  static OperationError restored(Kind kind, std::string subject, std::string underlying);
+
   Kind kind() const { return kind_; }
+
+  // A reason, a file's name or a stage, as the kind has it.
+  const std::string& subject() const { return subject_; }
 
   // One sentence for the person, or two.
   std::string userMessage() const;
@@ -39,7 +45,7 @@ class OperationError final : public std::exception {
   OperationError(Kind kind, std::string subject, std::string underlying);
 
   Kind kind_;
-  std::string subject_;  // a reason, a file's name or a stage
+  std::string subject_;
   std::string underlying_;
 };
 

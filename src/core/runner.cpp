@@ -53,7 +53,9 @@ Run OperationRunner::run(const OperationType& type, std::vector<InputFile> input
                          std::shared_ptr<OperationContext> context, Completion completion) const {
   return start(
       std::move(context),
-      [type, inputs = std::move(inputs)](OperationContext& own) { return type.make()->run(inputs, own); },
+      [&box = box_, type, inputs = std::move(inputs)](OperationContext& own) {
+        return box.run(type, inputs, nullptr, own);
+      },
       std::move(completion));
 }
 
@@ -63,9 +65,8 @@ Run OperationRunner::runConfigured(const OperationType& type, std::vector<InputF
   const std::shared_ptr<const OperationConfig> settings = type.copyOf(config);
   return start(
       std::move(context),
-      [type, inputs = std::move(inputs), settings](OperationContext& own) {
-        const auto operation = type.make();
-        return dynamic_cast<const AnyConfigurableOperation&>(*operation).runConfigured(inputs, *settings, own);
+      [&box = box_, type, inputs = std::move(inputs), settings](OperationContext& own) {
+        return box.run(type, inputs, settings.get(), own);
       },
       std::move(completion));
 }

@@ -12,6 +12,7 @@
 #include <variant>
 #include <vector>
 
+#include "core/box/box.h"
 #include "core/operation_type.h"
 #include "platform/main_queue.h"
 
@@ -55,8 +56,8 @@ class OperationRunner {
   // Called once, on the interface thread.
   using Completion = std::function<void(const RunOutcome&)>;
 
-  // Completions are posted to `queue`, which outlives the runs.
-  explicit OperationRunner(platform::MainQueue& queue) : queue_(queue) {}
+  // Completions are posted to `queue`; it and `box` outlive the runs.
+  explicit OperationRunner(platform::MainQueue& queue, box::Box& box = box::Box::shared()) : queue_(queue), box_(box) {}
 
   // In a new context, with the outputs in `outputDirectory`, or beside the inputs without one.
   [[nodiscard]] Run run(const OperationType& type, std::vector<InputFile> inputs,
@@ -77,6 +78,7 @@ class OperationRunner {
   Run start(std::shared_ptr<OperationContext> context, Work work, Completion completion) const;
 
   platform::MainQueue& queue_;
+  box::Box& box_;
 };
 
 }  // namespace quirn

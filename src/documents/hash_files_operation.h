@@ -18,6 +18,8 @@ struct HashFilesConfig : OperationConfig {
 
 class HashFilesOperation final : public ConfigurablePerFileOperation<HashFilesConfig> {
  public:
+  static constexpr Placement placement = Placement::inProcess;
+
   static const OperationInfo& info();
   static const AcceptedInputs& accepts();
   OutputFile processFileConfigured(const InputFile& input, const HashFilesConfig& config,

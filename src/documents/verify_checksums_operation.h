@@ -12,6 +12,9 @@ namespace quirn {
 
 class ChecksumVerifyOperation final : public PerFileOperation {
  public:
+  static constexpr Placement placement = Placement::inProcess;
+  static constexpr bool readsNeighbours = true;
+
   static const OperationInfo& info();
   static const AcceptedInputs& accepts();
   OutputFile processFile(const InputFile& input, OperationContext& context) const override;

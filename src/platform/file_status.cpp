@@ -21,4 +21,9 @@ bool isReadable(const std::filesystem::path& path) {
   return ::faccessat(AT_FDCWD, path.c_str(), R_OK, AT_EACCESS) == 0;
 }
 
+std::int64_t sizeOfOpen(int descriptor) {
+  struct stat status{};
+  return ::fstat(descriptor, &status) == 0 ? status.st_size : 0;
+}
+
 }  // namespace quirn::platform

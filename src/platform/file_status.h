@@ -27,4 +27,7 @@ FileStatus statusAt(const std::filesystem::path& path);
 // Whether this process may read it, as far as that can be told without opening it.
 bool isReadable(const std::filesystem::path& path);
 
+// The size in bytes of an open file; 0 where that can't be told.
+std::int64_t sizeOfOpen(int descriptor);
+
 }  // namespace quirn::platform

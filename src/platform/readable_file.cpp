@@ -9,11 +9,14 @@
 #include <sys/syscall.h>
 #include <unistd.h>
 
+#include <atomic>
 #include <cerrno>
 #include <system_error>
 
 namespace quirn::platform {
 namespace {
+
+std::atomic<std::int64_t> readCount = 0;
 
 // O_NONBLOCK: should a pipe take the file's place between the look and the opening, nothing hangs.
 constexpr int openFlags = O_RDONLY | O_CLOEXEC | O_NOCTTY | O_NONBLOCK;
@@ -73,7 +76,12 @@ std::size_t ReadableFile::read(std::span<std::byte> bytes) {
     throw std::system_error(EIO, std::generic_category(), "the file became shorter while it was read");
   }
   position_ += count;
+  readCount.fetch_add(1, std::memory_order_relaxed);
   return static_cast<std::size_t>(count);
+}
+
+std::int64_t ReadableFile::readsOfThisProcess() {
+  return readCount.load(std::memory_order_relaxed);
 }
 
 }  // namespace quirn::platform

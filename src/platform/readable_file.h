@@ -26,6 +26,10 @@ class ReadableFile {
   // too many ".." does.
   static ReadableFile openBeneath(const std::filesystem::path& folder, const std::filesystem::path& name);
 
+  // A file that was opened elsewhere, for reading. Throws std::system_error, with ENOTSUP for what
+  // is no regular file.
+  static ReadableFile of(FileDescriptor descriptor) { return ReadableFile(std::move(descriptor)); }
+
   // The next bytes of the file, at most bytes.size() of them; 0 at its end. Throws
   // std::system_error if reading fails, or with EIO if the file ends before the size that it had
   // when it was opened: a file that is cut while it is read must not pass for a short one.
@@ -33,6 +37,12 @@ class ReadableFile {
 
   // In bytes, when the file was opened.
   std::int64_t size() const { return size_; }
+
+  // For libraries that read from a descriptor of their own accord. Belongs to this object.
+  int descriptor() const { return descriptor_.number(); }
+
+  // How often this process has read from files so far: a sign of life.
+  static std::int64_t readsOfThisProcess();
 
  private:
   explicit ReadableFile(FileDescriptor descriptor);

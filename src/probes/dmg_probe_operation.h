@@ -12,6 +12,8 @@ namespace quirn {
 
 class DMGProbeOperation final : public QuirnOperation {
  public:
+  static constexpr Placement placement = Placement::inProcess;
+
   static const OperationInfo& info();
   static const AcceptedInputs& accepts();
   OperationResult run(std::span<const InputFile> inputs, OperationContext& context) const override;

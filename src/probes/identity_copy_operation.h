@@ -12,6 +12,8 @@ namespace quirn {
 
 class IdentityCopyOperation final : public PerFileOperation {
  public:
+  static constexpr Placement placement = Placement::inProcess;
+
   static const OperationInfo& info();
   static const AcceptedInputs& accepts();
   OutputFile processFile(const InputFile& input, OperationContext& context) const override;

@@ -19,6 +19,8 @@ struct WordConfig : OperationConfig {
 // for.
 class WordOperation final : public ConfigurableOperation<WordConfig> {
  public:
+  static constexpr Placement placement = Placement::inProcess;
+
   static const OperationInfo& info() {
     static const OperationInfo info{"test.word", "Word", "icon", OperationCategory::text, {}, "It."};
     return info;

@@ -55,6 +55,8 @@ struct LoudnessConfig : OperationConfig {
 
 class LoudnessOperation final : public ConfigurableOperation<LoudnessConfig> {
  public:
+  static constexpr Placement placement = Placement::inProcess;
+
   static const OperationInfo& info() {
     static const OperationInfo info{.operationID = "fake.loudness",
                                     .displayName = "Loudness",

@@ -1,0 +1,99 @@
+// SPDX-FileCopyrightText: Quirn contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+// What a worker in a stranger's hands may send, taken by the program: one byte of length before each packet. No file is
+// reached; whatever is refused must be refused by an exception that the program catches.
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <stdexcept>
+#include <string_view>
+#include <vector>
+
+#include "core/box/grant.h"
+#include "core/operation.h"
+
+namespace quirn {
+namespace {
+
+class NullOutput final : public StagedOutput {
+ public:
+  int descriptor() const override { return -1; }
+  const std::filesystem::path& url() const override { return url_; }
+  OutputFile publish(OutputRole role) override { return {platform::Uuid::random(), url_, role}; }
+
+ private:
+  std::filesystem::path url_ = "/nowhere/output";
+};
+
+class NullContext final : public OperationContext {
+ public:
+  NullContext() : OperationContext(1, std::nullopt) {}
+  InputHandle open(const InputFile& input) override { throw OperationError::readFailed(input.url, "none"); }
+  Neighbour openNeighbour(const InputFile&, const std::filesystem::path&) override { return {}; }
+  std::vector<InputFile> enumerate(const InputFile& folder) override { return {folder}; }
+  std::unique_ptr<StagedOutput> stage(const InputFile&, std::string_view suffix, std::string_view extension) override {
+    if (suffix.find('/') != std::string_view::npos || extension.find('/') != std::string_view::npos) __builtin_trap();
+    return std::make_unique<NullOutput>();
+  }
+  void publishStaged() override {}
+  OutputFile published(OutputFile output) override { return output; }
+  void finish() override {}
+};
+
+class NullOperation final : public QuirnOperation {
+ public:
+  static constexpr bool readsNeighbours = true;
+  static const OperationInfo& info() {
+    static const OperationInfo info{.operationID = "null", .category = OperationCategory::utility, .aliases = {}};
+    return info;
+  }
+  static const AcceptedInputs& accepts() {
+    static const AcceptedInputs accepts;
+    return accepts;
+  }
+  OperationResult run(std::span<const InputFile>, OperationContext&) const override { return {}; }
+};
+
+void takeAll(box::Grant& grant, std::string_view bytes) {
+  while (!bytes.empty()) {
+    const std::size_t length = static_cast<unsigned char>(bytes.front());
+    bytes.remove_prefix(1);
+    grant.take(bytes.substr(0, length), [](const box::MessageWriter&, int) {});
+    grant.checkOutputs();
+    bytes.remove_prefix(std::min(length, bytes.size()));
+  }
+  if (grant.hasEnded()) grant.result();
+}
+
+}  // namespace
+}  // namespace quirn
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  using namespace quirn;
+  static const OperationType type = OperationType::of<NullOperation>();
+  const InputFile input{.id = {},
+                        .url = "/nowhere/in",
+                        .contentType = ContentType("text/plain"),
+                        .size = 9,
+                        .isDirectory = true,
+                        .bookmark = std::nullopt};
+  const box::BoxLimits limits;
+  NullContext context;
+  box::Grant grant(type, std::span(&input, 1), context, limits);
+  try {
+    takeAll(grant, {reinterpret_cast<const char*>(data), size});
+  } catch (const box::DamagedMessage&) {
+    return 0;
+  } catch (const box::OutsideGrant&) {
+    return 0;
+  } catch (const OperationError&) {
+    return 0;
+  } catch (const CancellationError&) {
+    return 0;
+  } catch (const std::runtime_error&) {  // a fault that the worker reports
+    return 0;
+  }
+  return 0;
+}

@@ -1,0 +1,52 @@
+// SPDX-FileCopyrightText: Quirn contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+// The one place that decides where an operation's code runs, and runs it there: in this process, or in a worker that
+// holds nothing but the files of its request.
+//
+// What comes out is the same. Only a file that stops its worker, keeps it busy without end or makes it ask for what it
+// was not given shows that there was one: it fails with a sentence, and the next file gets a new worker.
+
+#pragma once
+
+#include <atomic>
+#include <filesystem>
+#include <memory>
+#include <span>
+
+#include "core/box/grant.h"
+#include "core/operation_type.h"
+
+namespace quirn::box {
+
+class WorkerPool;
+struct Request;
+
+class Box {
+ public:
+  // `program` is started as a worker. Tests have one of their own, and small limits.
+  explicit Box(const std::filesystem::path& program, BoxLimits limits = {});
+  ~Box();
+  Box(const Box&) = delete;
+  Box& operator=(const Box&) = delete;
+
+  // The one of this program.
+  static Box& shared();
+
+  // Runs the operation on the calling thread, which waits for workers where it is boxed. `config` may be null for the
+  // default settings. Throws as QuirnOperation::run() does. May be called from several threads.
+  OperationResult run(const OperationType& type, std::span<const InputFile> inputs, const OperationConfig* config,
+                      OperationContext& context);
+
+ private:
+  OperationResult request(const Request& request);
+
+  BoxLimits limits_;
+  std::unique_ptr<WorkerPool> pool_;
+  std::atomic<std::uint32_t> serial_ = 0;
+};
+
+// True where the person has switched the box off to look for a fault: QUIRN_BOX=off, which a release doesn't know.
+bool isBoxOff();
+
+}  // namespace quirn::box

@@ -1,0 +1,185 @@
+// SPDX-FileCopyrightText: Quirn contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "core/box/boxed_context.h"
+
+#include <chrono>
+#include <cstdlib>
+#include <stdexcept>
+
+#include "core/operation_error.h"
+
+namespace quirn::box {
+namespace fs = std::filesystem;
+namespace {
+
+constexpr std::chrono::minutes patience{10};  // the program reads what it is told at once
+
+// Without the program there is nobody to work for.
+[[noreturn]] void leave() {
+  std::_Exit(EXIT_FAILURE);
+}
+
+MessageWriter message(Ask kind) {
+  return std::move(MessageWriter().choice(kind));
+}
+
+}  // namespace
+
+class BoxedContext::Output final : public StagedOutput {
+ public:
+  Output(BoxedContext& context, std::int64_t number, fs::path url, platform::FileDescriptor descriptor)
+      : context_(context), number_(number), url_(std::move(url)), descriptor_(std::move(descriptor)) {}
+  ~Output() override {
+    if (descriptor_) context_.note(message(Ask::discard).number(number_));
+  }
+  Output(const Output&) = delete;
+  Output& operator=(const Output&) = delete;
+
+  std::int64_t number() const { return number_; }
+  int descriptor() const override { return descriptor_.number(); }
+  const fs::path& url() const override { return url_; }
+  OutputFile publish(OutputRole role) override {
+    descriptor_ = platform::FileDescriptor();
+    return context_.publish(*this, role);
+  }
+
+ private:
+  BoxedContext& context_;
+  std::int64_t number_;
+  fs::path url_;
+  platform::FileDescriptor descriptor_;
+};
+
+BoxedContext::BoxedContext(const platform::MessageSocket& messages, Request request)
+    : OperationContext(request.total, std::move(request.outputDirectory)),
+      messages_(messages),
+      firstInput_(std::move(request.firstInput)) {
+  std::int64_t number = 0;
+  for (const InputFile& input : request.inputs) inputs_.emplace(input.url, number++);
+}
+
+InputHandle BoxedContext::open(const InputFile& input) {
+  const std::int64_t number = numberOf(input);
+  if (auto opened = number == 0 ? takeFirstInput() : platform::FileDescriptor())
+    return {platform::ReadableFile::of(std::move(opened)), input.url};
+  Answer answer = ask(message(Ask::open).number(number), Tell::opened);
+  return {platform::ReadableFile::of(std::move(answer.descriptor)), input.url};
+}
+
+platform::FileDescriptor BoxedContext::takeFirstInput() {
+  const std::scoped_lock guard(mutex_);
+  return std::move(firstInput_);
+}
+
+Neighbour BoxedContext::openNeighbour(const InputFile& input, const fs::path& name) {
+  Answer answer = ask(message(Ask::neighbour).number(numberOf(input)).text(name.native()), Tell::neighbour);
+  MessageReader reader = answer.reader();
+  const auto place = reader.choice<Neighbour::Place>();
+  if (place != Neighbour::Place::here) return {place, std::nullopt};
+  return {place, InputHandle(platform::ReadableFile::of(std::move(answer.descriptor)), std::string(reader.text()))};
+}
+
+std::vector<InputFile> BoxedContext::enumerate(const InputFile& folder) {
+  const std::scoped_lock guard(asking_);
+  const Answer answer = ask(message(Ask::enumerate).number(numberOf(folder)), Tell::listed);
+  MessageReader reader = answer.reader();
+  const std::int64_t count = reader.number();
+  std::int64_t number = reader.number();
+  std::vector<InputFile> files;
+  for (std::int64_t i = 0; i < count; ++i) {
+    const Answer next = hear();
+    MessageReader file = next.reader();
+    if (file.choice<Tell>() != Tell::input) leave();
+    files.push_back(readInputFile(file));
+    const std::scoped_lock inner(mutex_);
+    inputs_.emplace(files.back().url, number++);
+  }
+  return files;
+}
+
+std::unique_ptr<StagedOutput> BoxedContext::stage(const InputFile& input, std::string_view suffix,
+                                                  std::string_view extension) {
+  Answer answer = ask(message(Ask::stage).number(numberOf(input)).text(suffix).text(extension), Tell::staged);
+  MessageReader reader = answer.reader();
+  const std::int64_t number = reader.number();
+  return std::make_unique<Output>(*this, number, std::string(reader.text()), std::move(answer.descriptor));
+}
+
+OutputFile BoxedContext::publish(const Output& output, OutputRole role) {
+  note(message(Ask::publish).number(output.number()).choice(role));
+  OutputFile file{platform::Uuid::random(), output.url(), role};
+  const std::scoped_lock guard(mutex_);
+  outputs_.emplace(file.id, output.number());
+  return file;
+}
+
+void BoxedContext::publishStaged() {
+  ask(message(Ask::publishStaged), Tell::done);
+}
+
+OutputFile BoxedContext::published(OutputFile output) {
+  const Answer answer = ask(namedIn(Ask::published, output), Tell::done);
+  output.url = std::string(answer.reader().text());
+  return output;
+}
+
+void BoxedContext::noteState() {
+  note(message(Ask::state)
+           .text(cutText(currentStatus()))
+           .number(progress().totalUnitCount())
+           .number(progress().completedUnitCount())
+           .number(platform::ReadableFile::readsOfThisProcess()));
+}
+
+MessageWriter BoxedContext::namedIn(Ask kind, const OutputFile& output) const {
+  const std::scoped_lock guard(mutex_);
+  const auto found = outputs_.find(output.id);
+  if (found == outputs_.end()) throw std::logic_error("an output that was not published");
+  return std::move(message(kind).number(found->second));
+}
+
+std::int64_t BoxedContext::numberOf(const InputFile& input) const {
+  const std::scoped_lock guard(mutex_);
+  const auto found = inputs_.find(input.url);
+  if (found == inputs_.end()) throw OperationError::readFailed(input.url, "Not an input of this run.");
+  return found->second;
+}
+
+void BoxedContext::note(const MessageWriter& message) {
+  std::unique_lock guard(sending_);
+  if (noted_.bytes().size() + message.bytes().size() > platform::longestMessage) {
+    guard.unlock();
+    send();
+    guard.lock();
+  }
+  noted_.append(message);
+}
+
+void BoxedContext::send() {
+  const std::scoped_lock guard(sending_);
+  if (!messages_.send(noted_.bytes(), -1, patience)) leave();
+  noted_ = {};
+}
+
+BoxedContext::Answer BoxedContext::hear() const {
+  auto message = messages_.receive(platform::MessageSocket::Descriptors::accepted);
+  if (!message) leave();
+  return {std::move(message->bytes), std::move(message->descriptor)};
+}
+
+BoxedContext::Answer BoxedContext::ask(const MessageWriter& question, Tell expected) {
+  const std::scoped_lock guard(asking_);
+  note(question);
+  send();
+  Answer answer = hear();
+  MessageReader reader = answer.reader();
+  const auto kind = reader.choice<Tell>();
+  if (kind == Tell::failed) throw readError(reader);
+  if (kind == Tell::cancelled) throw CancellationError();
+  if (kind != expected) leave();
+  answer.bytes.erase(0, sizeof(std::int64_t));
+  return answer;
+}
+
+}  // namespace quirn::box

@@ -1,0 +1,81 @@
+// SPDX-FileCopyrightText: Quirn contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+// The context of an operation inside a worker: it reaches no file itself, and asks the program that started it for
+// each.
+
+#pragma once
+
+#include <map>
+#include <mutex>
+#include <vector>
+
+#include "core/box/message.h"
+#include "core/box/protocol.h"
+#include "core/operation_context.h"
+#include "platform/message_socket.h"
+
+namespace quirn::box {
+
+class BoxedContext final : public OperationContext {
+ public:
+  struct Request {
+    std::int64_t total = 1;
+    std::optional<std::filesystem::path> outputDirectory;
+    std::vector<InputFile> inputs;
+    platform::FileDescriptor firstInput;  // if it is open already
+  };
+  // `messages` outlives it.
+  BoxedContext(const platform::MessageSocket& messages, Request request);
+
+  InputHandle open(const InputFile& input) override;
+  Neighbour openNeighbour(const InputFile& input, const std::filesystem::path& name) override;
+  std::vector<InputFile> enumerate(const InputFile& folder) override;
+  std::unique_ptr<StagedOutput> stage(const InputFile& input, std::string_view suffix,
+                                      std::string_view extension) override;
+  void publishStaged() override;
+  OutputFile published(OutputFile output) override;
+  // The program's own run does it.
+  void finish() override {}
+
+  // What needs no answer; it goes with the next message that is sent.
+  void note(const MessageWriter& message);
+  // Sends what was noted.
+  void send();
+
+  // Notes how far the work is.
+  void noteState();
+
+  // The message that names an output of this context. Throws std::logic_error for another one.
+  MessageWriter namedIn(Ask kind, const OutputFile& output) const;
+
+ private:
+  class Output;
+
+  struct Answer {
+    std::string bytes;
+    platform::FileDescriptor descriptor;
+    MessageReader reader() const { return MessageReader(bytes); }
+  };
+
+  platform::FileDescriptor takeFirstInput();
+  std::int64_t numberOf(const InputFile& input) const;
+  Answer hear() const;
+  // Throws the program's own error instead where that is the answer.
+  Answer ask(const MessageWriter& question, Tell expected);
+  OutputFile publish(const Output& output, OutputRole role);
+
+  const platform::MessageSocket& messages_;
+  std::recursive_mutex asking_;  // held from a question to its answer
+
+  std::mutex sending_;
+  MessageWriter noted_;  // guarded by sending_
+
+  mutable std::mutex mutex_;
+  // All guarded by mutex_.
+  std::map<std::filesystem::path, std::int64_t> inputs_;
+  std::map<platform::Uuid, std::int64_t> outputs_;
+  platform::FileDescriptor firstInput_;  // until it is asked for
+};
+
+}  // namespace quirn::box

@@ -1,0 +1,283 @@
+// SPDX-FileCopyrightText: Quirn contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "core/box/grant.h"
+
+#include <algorithm>
+#include <limits>
+
+#include "platform/file_status.h"
+
+namespace quirn::box {
+namespace fs = std::filesystem;
+namespace {
+
+constexpr std::size_t mostOpenOutputs = 64;
+constexpr std::size_t longestNamePart = 255;     // bytes
+constexpr std::size_t mostBytesTold = 64 << 20;  // of failures
+constexpr std::size_t mostEnumerations = 4;      // of each input
+
+MessageWriter message(Tell kind) {
+  return std::move(MessageWriter().choice(kind));
+}
+
+std::int64_t sizeOf(const StagedOutput& output) {
+  return platform::sizeOfOpen(output.descriptor());
+}
+
+// Files may claim sizes whose sum is no number any more.
+std::int64_t saturatedSum(std::int64_t bytes, const InputFile& input) {
+  constexpr std::int64_t most = std::numeric_limits<std::int64_t>::max() / 2;
+  return std::min(bytes, most) + std::clamp<std::int64_t>(input.size, 0, most - std::min(bytes, most));
+}
+
+bool isControl(char character) {
+  return static_cast<unsigned char>(character) < 0x20 || character == 0x7F;
+}
+
+}  // namespace
+
+std::string nameFor(std::span<const InputFile> inputs) {
+  return inputs.size() == 1 ? inputs.front().fileName() : "One of these files";
+}
+
+Grant::Grant(const OperationType& type, std::span<const InputFile> inputs, OperationContext& context,
+             const BoxLimits& limits)
+    : type_(type),
+      context_(context),
+      limits_(limits),
+      name_(nameFor(inputs)),
+      inputs_(inputs.begin(), inputs.end()),
+      grantedCount_(inputs.size()),
+      total_(context.progress().totalUnitCount()) {
+  for (const InputFile& input : inputs) bytesIn_ = saturatedSum(bytesIn_, input);
+}
+
+void Grant::take(std::string_view bytes, const Send& send) {
+  MessageReader message(bytes);
+  do {
+    if (hasEnded()) throw OutsideGrant();
+    ++messageCount_;
+    const auto kind = message.choice<Ask>();
+    if (!answer(kind, message, send) && !note(kind, message) && !end(kind, message)) throw OutsideGrant();
+  } while (!message.isAtEnd());
+}
+
+OperationResult Grant::result() {
+  if (const auto* error = std::get_if<OperationError>(&*ending_)) throw OperationError(*error);
+  if (std::holds_alternative<CancellationError>(*ending_)) throw CancellationError();
+  if (const auto* fault = std::get_if<std::runtime_error>(&*ending_)) throw std::runtime_error(*fault);
+  return std::get<OperationResult>(std::move(*ending_));
+}
+
+std::int64_t Grant::outputLimit() const {
+  constexpr std::int64_t ratio = limitOf(Budget::bytesOutPerByteIn);
+  const std::int64_t scaled = std::min(bytesIn_, std::numeric_limits<std::int64_t>::max() / ratio) * ratio;
+  return std::max(limits_.output, scaled);
+}
+
+std::int64_t Grant::bytesStaged() const {
+  std::int64_t bytes = 0;
+  for (const auto& [number, output] : staged_) bytes += sizeOf(*output);
+  return bytes;
+}
+
+void Grant::checkOutputs() const {
+  if (bytesPublished_ + bytesStaged() > outputLimit()) throw breachOf(Budget::bytesOutPerByteIn, name_);
+}
+
+std::int64_t Grant::signOfLife() const {
+  return steps_ + bytesPublished_ + bytesStaged();
+}
+
+// The questions. An error of the answer is the worker's to deal with.
+bool Grant::answer(Ask kind, MessageReader& question, const Send& send) {
+  const bool isQuestion = kind == Ask::open || kind == Ask::neighbour || kind == Ask::enumerate || kind == Ask::stage ||
+                          kind == Ask::publishStaged || kind == Ask::published;
+  if (!isQuestion) return false;
+  ++steps_;
+  try {
+    switch (kind) {
+      case Ask::open: open(question, send); break;
+      case Ask::neighbour: openNeighbour(question, send); break;
+      case Ask::enumerate: enumerate(question, send); break;
+      case Ask::stage: stage(question, send); break;
+      case Ask::publishStaged:
+        if (type_.isPerFile()) throw OutsideGrant();
+        context_.publishStaged();
+        send(message(Tell::done).text(""), -1);
+        break;
+      default: {
+        const auto output = published_.find(question.number());
+        if (output == published_.end()) throw OutsideGrant();
+        send(message(Tell::done).text(context_.published(output->second).url.native()), -1);
+      }
+    }
+  } catch (const OperationError& error) {
+    MessageWriter failed = message(Tell::failed);
+    write(failed, error);
+    send(failed, -1);
+  } catch (const CancellationError&) {
+    send(message(Tell::cancelled), -1);
+  }
+  return true;
+}
+
+const InputFile& Grant::readInput(MessageReader& message) const {
+  return inputs_[static_cast<std::size_t>(message.number(std::ssize(inputs_) - 1))];
+}
+
+void Grant::open(MessageReader& question, const Send& send) {
+  const InputHandle handle = context_.open(readInput(question));
+  send(message(Tell::opened), handle.descriptor());
+}
+
+void Grant::openNeighbour(MessageReader& question, const Send& send) {
+  const InputFile& input = readInput(question);
+  const std::string name(question.text());
+  if (!type_.readsNeighbours()) throw OutsideGrant();
+  const Neighbour neighbour = context_.openNeighbour(input, name);
+  MessageWriter reply = message(Tell::neighbour).choice(neighbour.place);
+  if (neighbour.place != Neighbour::Place::here) return send(reply, -1);
+  send(reply.text(neighbour.file->url().native()), neighbour.file->descriptor());
+}
+
+void Grant::enumerate(MessageReader& question, const Send& send) {
+  const InputFile& folder = readInput(question);
+  if (!folder.isDirectory || ++enumerationCount_ > mostEnumerations * grantedCount_) throw OutsideGrant();
+  const std::vector<InputFile> files = context_.enumerate(folder);
+  if (std::ssize(inputs_) + std::ssize(files) > limitOf(Budget::entries))
+    throw breachOf(Budget::entries, folder.fileName());
+  const bool isFirst = enumerated_.insert(folder.url).second;
+  send(message(Tell::listed).number(std::ssize(files)).number(std::ssize(inputs_)), -1);
+  for (const InputFile& file : files) {
+    MessageWriter input = message(Tell::input);
+    write(input, file);
+    send(input, -1);
+    if (isFirst) bytesIn_ = saturatedSum(bytesIn_, file);
+  }
+  inputs_.insert(inputs_.end(), files.begin(), files.end());
+}
+
+// A part of a name that an operation made up, or took over from its input.
+bool Grant::isPlainName(std::string_view part, const InputFile& input) const {
+  if (part.size() > longestNamePart || part.find('/') != std::string_view::npos) return false;
+  if (part.find('\0') != std::string_view::npos) return false;
+  return std::ranges::none_of(part, isControl) || input.fileName().find(part) != std::string::npos;
+}
+
+void Grant::stage(MessageReader& question, const Send& send) {
+  const InputFile& input = readInput(question);
+  const std::string_view suffix = question.text();
+  const std::string_view extension = question.text();
+  if (!isPlainName(suffix, input) || !isPlainName(extension, input)) throw OutsideGrant();
+  if (stagedCount_ >= limits_.outputs) throw breachOf(Budget::outputs, name_);
+  if (staged_.size() >= mostOpenOutputs)
+    throw OperationError::engineFailed("writing", "Too many outputs are open at once.");
+  auto output = context_.stage(input, suffix, extension);
+  send(message(Tell::staged).number(stagedCount_).text(output->url().native()), output->descriptor());
+  staged_.emplace(stagedCount_++, std::move(output));
+}
+
+// What the worker tells without being answered.
+bool Grant::note(Ask kind, MessageReader& message) {
+  switch (kind) {
+    case Ask::publish: publish(message); return true;
+    case Ask::discard: takeStaged(message); return true;
+    case Ask::state: noteState(message); return true;
+    case Ask::output: {
+      const std::int64_t number = message.number();
+      const auto output = published_.find(number);
+      if (output == published_.end() || !listed_.insert(number).second) throw OutsideGrant();
+      result_.outputs.push_back(output->second);
+      return true;
+    }
+    case Ask::failure: {
+      const std::string fileName(message.text(longestText));
+      const std::string text(message.text(longestText));
+      bytesTold_ += fileName.size() + text.size();
+      if (type_.isPerFile() || bytesTold_ > mostBytesTold) throw OutsideGrant();
+      result_.failures.push_back({platform::Uuid::random(), fileName, text});
+      return true;
+    }
+    default: return false;
+  }
+}
+
+std::unique_ptr<StagedOutput> Grant::takeStaged(MessageReader& message) {
+  const auto found = staged_.find(message.number());
+  if (found == staged_.end()) throw OutsideGrant();
+  wasFull_ = wasFull_ || sizeOf(*found->second) >= outputLimit();
+  auto output = std::move(found->second);
+  staged_.erase(found);
+  return output;
+}
+
+void Grant::publish(MessageReader& message) {
+  checkOutputs();
+  const std::int64_t number = MessageReader(message).number();
+  const auto output = takeStaged(message);
+  const auto role = message.choice<OutputRole>();
+  bytesPublished_ += sizeOf(*output);
+  published_.emplace(number, output->publish(role));
+  ++steps_;
+}
+
+// Where each file is a unit, the driver counts; a worker's own units are no more than a sign of life then.
+void Grant::noteState(MessageReader& message) {
+  constexpr std::int64_t mostUnits = std::int64_t{1} << 52;
+  const std::string status(message.text(longestText));
+  const std::int64_t total = message.number(mostUnits);
+  const std::int64_t completed = message.number(mostUnits);
+  const std::int64_t reads = message.number(std::numeric_limits<std::int64_t>::max());
+  if (completed < completed_) throw OutsideGrant();
+  if (!status.empty() && status != status_) {
+    status_ = status;
+    context_.setStatus(status);
+    ++steps_;
+  }
+  if (!type_.isPerFile()) {
+    if (total != total_) context_.progress().setTotalUnitCount(total_ = total);
+    if (completed > completed_) context_.progress().complete(completed - completed_);
+  }
+  if (completed > completed_ || reads != reads_) ++steps_;
+  completed_ = completed;
+  reads_ = reads;
+}
+
+// An error behind a full output is the budget's.
+OperationError Grant::explained(OperationError error) const {
+  return wasFull_ ? breachOf(Budget::bytesOutPerByteIn, name_) : error;
+}
+
+// A cancelled file ends its whole batch, so it takes a person to cancel.
+void Grant::requireStop() const {
+  if (!context_.stopToken().stop_requested()) throw OutsideGrant();
+}
+
+bool Grant::end(Ask kind, MessageReader& message) {
+  switch (kind) {
+    case Ask::finished: {
+      const bool hasSummary = message.number(1) == 1;
+      const std::string summary(message.text(longestText));
+      if (type_.isPerFile() && result_.outputs.size() != 1) throw OutsideGrant();
+      if (hasSummary) result_.summary = summary;
+      ending_ = std::move(result_);
+      return true;
+    }
+    case Ask::failed: {
+      const OperationError error = readError(message);
+      if (error.kind() == OperationError::Kind::cancelled) requireStop();
+      ending_ = explained(error);
+      return true;
+    }
+    case Ask::cancelled:
+      requireStop();
+      ending_ = CancellationError();
+      return true;
+    case Ask::fault: ending_ = std::runtime_error(std::string(message.text(longestText))); return true;
+    default: return false;
+  }
+}
+
+}  // namespace quirn::box

@@ -1,0 +1,38 @@
+// SPDX-FileCopyrightText: Quirn contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "core/box/protocol.h"
+
+#include "platform/text.h"
+
+namespace quirn::box {
+
+std::string_view cutText(std::string_view text) {
+  return platform::utf8Prefix(text, longestText);
+}
+
+void write(MessageWriter& message, const InputFile& input) {
+  message.text(input.url.native()).text(input.contentType.mimeType()).number(input.size).number(input.isDirectory);
+}
+
+InputFile readInputFile(MessageReader& message) {
+  InputFile input{.id = platform::Uuid::random(),
+                  .url = std::string(message.text()),
+                  .contentType = ContentType(std::string(message.text())),
+                  .bookmark = std::nullopt};
+  input.size = message.number();
+  input.isDirectory = message.number(1) == 1;
+  return input;
+}
+
+void write(MessageWriter& message, const OperationError& error) {
+  message.choice(error.kind()).text(cutText(error.subject())).text(cutText(error.underlying()));
+}
+
+OperationError readError(MessageReader& message) {
+  const auto kind = message.choice<OperationError::Kind>();
+  const std::string subject(message.text(longestText));
+  return OperationError::restored(kind, subject, std::string(message.text(longestText)));
+}
+
+}  // namespace quirn::box

@@ -1,0 +1,78 @@
+// SPDX-FileCopyrightText: Quirn contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+// What the program and a worker say to one another. Every message begins with its kind; what follows is written here
+// beside it. Several may be sent as one, since sending costs more than writing them. The program is the broker: it
+// opens, stages and publishes, and passes descriptors; the worker asks.
+
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "core/box/message.h"
+#include "core/input_file.h"
+#include "core/operation_error.h"
+
+namespace quirn::box {
+
+// From the program.
+enum class Tell {
+  // A new request: serial, whether it is for each file alone, operation, output folder ("" for none), total of the
+  // progress, number of inputs, number of settings. So many "input" and "setting" messages follow. May come with the
+  // descriptor of the first input, open already.
+  begin,
+  input,    // an input file; the n-th is input number n
+  setting,  // key, value
+
+  // The answers to what a worker asks.
+  opened,     // with a descriptor
+  neighbour,  // place, location; with a descriptor if it is here
+  listed,     // how many "input" messages follow, number of the first
+  staged,     // number, location; with a descriptor
+  done,       // a location, where the question was for one
+  failed,     // an error
+  cancelled,
+};
+
+// From a worker.
+enum class Ask {
+  ready,  // once, after its lock-down
+
+  // Questions; each is answered before the next.
+  open,           // number of an input
+  neighbour,      // number of an input, name
+  enumerate,      // number of an input
+  stage,          // number of an input, suffix, extension
+  publishStaged,  // -
+  published,      // number of an output
+
+  // Not answered.
+  publish,  // number of an output, role
+  discard,  // number of an output
+  state,    // status, total, completed, signs of life
+
+  // How the request ended; "finished", "failed", "cancelled" and "fault" are the last message of a request.
+  output,    // number of an output
+  failure,   // file name, message
+  finished,  // whether there is a summary, summary
+  failed,    // an error
+  cancelled,
+  fault,  // text
+};
+
+// Spoken to a worker while it is busy: a request's serial, which stops that request, or this.
+inline constexpr std::uint32_t howFar = 0;
+
+// Longer texts are cut by the worker, and refused by the program.
+inline constexpr std::size_t longestText = 16 << 10;
+// What the worker cuts, it cuts between two characters.
+std::string_view cutText(std::string_view text);
+
+void write(MessageWriter& message, const InputFile& input);
+InputFile readInputFile(MessageReader& message);
+
+void write(MessageWriter& message, const OperationError& error);
+OperationError readError(MessageReader& message);
+
+}  // namespace quirn::box
