@@ -7,6 +7,7 @@
 #include <iterator>
 #include <span>
 #include <string_view>
+#include <utility>
 
 #include "platform/content_type.h"
 
@@ -108,15 +109,33 @@ bool isAudio(const std::string& type) {
 
 }  // namespace
 
+ContentType::ContentType(std::string mimeType) {
+  shared_->mimeType = std::move(mimeType);
+}
+
+ContentType ContentType::ofFile(std::filesystem::path file) {
+  ContentType type{std::string()};
+  type.shared_->file = std::move(file);
+  return type;
+}
+
+const std::string& ContentType::mimeType() const {
+  std::call_once(shared_->isKnown, [this] {
+    if (!shared_->file.empty()) shared_->mimeType = platform::mimeTypeOfFile(shared_->file);
+  });
+  return shared_->mimeType;
+}
+
 bool ContentType::conformsTo(ContentKind kind) const {
+  const std::string& type = mimeType();
   switch (kind) {
-    case ContentKind::pdf: return platform::isMimeSubtype(mimeType_, "application/pdf");
-    case ContentKind::image: return mimeType_.starts_with("image/");
+    case ContentKind::pdf: return platform::isMimeSubtype(type, "application/pdf");
+    case ContentKind::image: return type.starts_with("image/");
     case ContentKind::movie:
-    case ContentKind::video: return isVideo(mimeType_);
-    case ContentKind::audio: return isAudio(mimeType_);
-    case ContentKind::archive: return std::ranges::binary_search(archives, mimeType_);
-    case ContentKind::gzip: return platform::isMimeSubtype(mimeType_, "application/gzip");
+    case ContentKind::video: return isVideo(type);
+    case ContentKind::audio: return isAudio(type);
+    case ContentKind::archive: return std::ranges::binary_search(archives, type);
+    case ContentKind::gzip: return platform::isMimeSubtype(type, "application/gzip");
   }
   return false;
 }

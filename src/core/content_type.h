@@ -9,23 +9,34 @@
 
 #pragma once
 
+#include <filesystem>
+#include <memory>
+#include <mutex>
 #include <string>
-#include <utility>
 
 namespace quirn {
 
 enum class ContentKind { pdf, image, movie, video, audio, archive, gzip };
 
-// A MIME type of the shared database.
+// A MIME type of the shared database. Copies share one value; all members may be called from any thread.
 class ContentType {
  public:
-  explicit ContentType(std::string mimeType) : mimeType_(std::move(mimeType)) {}
+  explicit ContentType(std::string mimeType);
 
-  const std::string& mimeType() const { return mimeType_; }
+  // The type of a file, found out when it is first asked for and then kept: looking into the database, and at times
+  // into the file, costs more than many operations that don't ask.
+  static ContentType ofFile(std::filesystem::path file);
+
+  const std::string& mimeType() const;
   bool conformsTo(ContentKind kind) const;
 
  private:
-  std::string mimeType_;
+  struct Shared {
+    std::once_flag isKnown;
+    std::filesystem::path file;  // empty where the type was given
+    std::string mimeType;        // written once, under isKnown
+  };
+  std::shared_ptr<Shared> shared_ = std::make_shared<Shared>();
 };
 
 }  // namespace quirn

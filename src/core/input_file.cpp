@@ -8,7 +8,6 @@
 #include <system_error>
 
 #include "core/operation_error.h"
-#include "platform/content_type.h"
 #include "platform/file_status.h"
 
 namespace quirn {
@@ -36,7 +35,7 @@ std::optional<InputFile> inputAt(const fs::path& url) {
   const bool isFolder = status.kind == folder;
   return InputFile{.id = platform::Uuid::random(),
                    .url = url,
-                   .contentType = ContentType(isFolder ? "inode/directory" : platform::mimeTypeOfFile(url)),
+                   .contentType = isFolder ? ContentType("inode/directory") : ContentType::ofFile(url),
                    .size = status.size,
                    .isDirectory = isFolder,
                    .bookmark = std::nullopt};

@@ -17,7 +17,10 @@ void FileIntake::take(std::vector<std::filesystem::path> locations, Completion c
 void FileIntake::startNext() {
   platform::TaskPool::shared().submit(
       [&queue = queue_, weak = std::weak_ptr(self_), locations = std::move(orders_.front().locations)] {
-        queue.post([weak, intake = takeIn(locations)]() mutable {
+        Intake taken = takeIn(locations);
+        // Found out here, so that the interface thread never waits for a look into a file.
+        for (const InputFile& input : taken.files) static_cast<void>(input.contentType.mimeType());
+        queue.post([weak, intake = std::move(taken)]() mutable {
           if (const auto self = weak.lock()) (*self)->finish(std::move(intake));
         });
       });
