@@ -3,8 +3,9 @@
 
 #include "core/input_handle.h"
 
-#include <array>
+#include <span>
 #include <system_error>
+#include <utility>
 
 #include "core/operation_error.h"
 
@@ -22,14 +23,20 @@ std::size_t InputHandle::read(std::span<std::byte> bytes) {
 }
 
 std::string InputHandle::readAll(std::int64_t mostBytes) {
-  std::string content;
-  std::array<std::byte, 65536> chunk{};
-  while (const std::size_t count = read(chunk)) {
-    content.append(reinterpret_cast<const char*>(chunk.data()), count);
-    if (static_cast<std::int64_t>(content.size()) > mostBytes) {
-      throw OperationError::unsupportedInput(url_.filename().string() + " is too large to be read as a whole.");
-    }
+  constexpr std::size_t leastRoom = 65536;
+  const auto refuse = [this] {
+    throw OperationError::unsupportedInput(url_.filename().string() + " is too large to be read as a whole.");
+  };
+  if (size() > mostBytes) refuse();
+  // Room for the size that the file says, and for the byte that shows whether it has grown since.
+  std::string content(static_cast<std::size_t>(size()) + 1, '\0');
+  std::size_t filled = 0;
+  while (const std::size_t count = read(std::as_writable_bytes(std::span(content).subspan(filled)))) {
+    filled += count;
+    if (std::cmp_greater(filled, mostBytes)) refuse();
+    if (filled == content.size()) content.resize(filled + filled / 2 + leastRoom);
   }
+  content.resize(filled);
   return content;
 }
 

@@ -3,6 +3,8 @@
 
 #include "contract/samples.h"
 
+#include <algorithm>
+
 namespace quirn::tests {
 namespace {
 
