@@ -1,8 +1,6 @@
 // SPDX-FileCopyrightText: Quirn contributors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#include "catalog/catalog.h"
-
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -12,18 +10,10 @@
 #include "core/local_context.h"
 #include "core/reflection.h"
 #include "core/shortcuts.h"
+#include "support/runs.h"
 
 namespace quirn::tests {
 namespace {
-
-const OperationRegistry& catalog() {
-  static const OperationRegistry registry = [] {
-    OperationRegistry filled;
-    registerAllOperations(filled);
-    return filled;
-  }();
-  return registry;
-}
 
 // FNV-1a over every row, "id|name|category|alias; alias\n". The number was computed from the table that the catalog
 // was agreed on with, by another program.
