@@ -3,24 +3,22 @@
 
 #include "platform/content_type.h"
 
-#include <dlfcn.h>
-
 #include <cstddef>
 #include <memory>
 #include <span>
-#include <stdexcept>
 #include <string_view>
 #include <system_error>
 #include <utility>
 #include <vector>
 
+#include "platform/loaded_library.h"
 #include "platform/readable_file.h"
 
 namespace quirn::platform {
 namespace {
 
-// GIO reads the database. It is loaded when first asked, not linked: it brings ten libraries, and a
-// command that looks at no file must not wait for them.
+// GIO reads the database. It is opened when first asked, not linked: it brings ten libraries, and a command that looks
+// at no file must not wait for them.
 class Gio {
  public:
   char* (*guess)(const char* name, const unsigned char* data, std::size_t size, int* uncertain) = nullptr;
@@ -34,17 +32,10 @@ class Gio {
 
  private:
   Gio() {
-    void* const library = ::dlopen("libgio-2.0.so.0", RTLD_NOW | RTLD_LOCAL);
-    if (library == nullptr) throw std::runtime_error(::dlerror());
-    find(library, "g_content_type_guess", guess);
-    find(library, "g_content_type_is_a", isA);
-    find(library, "g_free", free);
-  }
-
-  template <class Function>
-  static void find(void* library, const char* name, Function& function) {
-    function = reinterpret_cast<Function>(::dlsym(library, name));
-    if (function == nullptr) throw std::runtime_error(name);
+    const LoadedLibrary library("libgio-2.0.so.0");
+    library.find("g_content_type_guess", guess);
+    library.find("g_content_type_is_a", isA);
+    library.find("g_free", free);
   }
 };
 
