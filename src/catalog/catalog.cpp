@@ -8,6 +8,7 @@
 #include "catalog/unbuilt.h"
 #include "documents/hash_files_operation.h"
 #include "documents/verify_checksums_operation.h"
+#include "pdf/pdf_delete_annotations_operation.h"
 #include "probes/dmg_probe_operation.h"
 #include "probes/identity_copy_operation.h"
 #include "workbench/all_text_tools.h"
@@ -25,6 +26,12 @@ struct Row {
 template <class Operation>
 constexpr Row built() {
   return {[](std::string_view) { return OperationType::of<Operation>(); }};
+}
+
+// Its code is in a module that workers load.
+template <class Operation>
+constexpr Row inModule() {
+  return {[](std::string_view) { return OperationType::describedBy<Operation>(); }};
 }
 
 constexpr Row unbuilt(std::string_view operationID) {
@@ -59,7 +66,7 @@ constexpr Row rows[] = {
     unbuilt("pdf.watermark"),
     unbuilt("pdf.page-numbers"),
     unbuilt("pdf.flatten"),
-    unbuilt("pdf.delete-annotations"),
+    inModule<PDFDeleteAnnotationsOperation>(),
     unbuilt("pdf.sign"),
     unbuilt("pdf.fill-forms"),
     unbuilt("pdf.annotate"),

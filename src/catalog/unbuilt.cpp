@@ -40,7 +40,6 @@ constexpr Identity identities[] = {
     {"pdf.watermark", "Watermark PDF", "drop", pdf, "watermark; stamp pdf; draft; confidential"},
     {"pdf.page-numbers", "Add Page Numbers", "number", pdf, "page numbers; bates; numbering; header footer"},
     {"pdf.flatten", "Flatten PDF", "square.stack.3d.down.right", pdf, "flatten; flatten forms; bake annotations; merge layers"},
-    {"pdf.delete-annotations", "Remove PDF Annotations", "eraser", pdf, "remove annotations; delete markup; clear comments; strip annotations"},
     {"pdf.sign", "Sign PDF", "signature", pdf, "sign pdf; signature; add signature"},
     {"pdf.fill-forms", "Fill PDF Form", "list.bullet.rectangle", pdf, "fill form; acroform; fill pdf; form fields"},
     {"pdf.annotate", "Annotate PDF", "pencil.tip", pdf, "annotate; markup; draw on pdf; highlight; pen"},

@@ -1,0 +1,60 @@
+// SPDX-FileCopyrightText: Quirn contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "pdf/pdf_files.h"
+
+#include <fmt/format.h>
+
+#include <utility>
+
+#include "core/budgets.h"
+
+namespace quirn {
+
+using platform::PDFDocument;
+using platform::PDFError;
+
+OperationError readError(const PDFError& error, const InputFile& input) {
+  switch (error.kind()) {
+    case PDFError::Kind::tooDeep: return breachOf(Budget::nesting, input.fileName());
+    case PDFError::Kind::readFailed:
+      return OperationError::readFailed(input.url,
+                                        fmt::format("Read failed partway through the file. {}", error.what()));
+    case PDFError::Kind::unreadable:
+    case PDFError::Kind::writeFailed: break;
+  }
+  return OperationError::readFailed(input.url, "Not a readable PDF");
+}
+
+PDFDocument openPDF(const InputFile& input, OperationContext& context, const std::string& password) {
+  try {
+    PDFDocument document(context.open(input).takeFile(), password);
+    if (std::cmp_greater(document.pageCount(), limitOf(Budget::pages))) throw breachOf(Budget::pages, input.fileName());
+    return document;
+  } catch (const PDFError& error) {
+    throw readError(error, input);
+  }
+}
+
+PDFDocument openUnlockedPDF(const InputFile& input, OperationContext& context) {
+  PDFDocument document = openPDF(input, context);
+  if (document.isLocked()) {
+    throw OperationError::unsupportedInput(
+        fmt::format("{} is password-protected. Remove its password first.", input.fileName()));
+  }
+  return document;
+}
+
+OutputFile writePDF(const PDFDocument& document, const InputFile& input, std::string_view suffix,
+                    OperationContext& context) {
+  const auto output = context.stage(input, suffix, "pdf");
+  try {
+    document.write(output->descriptor());
+  } catch (const PDFError& error) {
+    if (error.kind() == PDFError::Kind::readFailed) throw readError(error, input);
+    throw OperationError::writeFailed(output->url(), "PDF write failed");
+  }
+  return output->publish(OutputRole::primary);
+}
+
+}  // namespace quirn
