@@ -8,7 +8,14 @@
 #include "catalog/unbuilt.h"
 #include "documents/hash_files_operation.h"
 #include "documents/verify_checksums_operation.h"
+#include "pdf/pdf_crop_operation.h"
 #include "pdf/pdf_delete_annotations_operation.h"
+#include "pdf/pdf_flatten_operation.h"
+#include "pdf/pdf_nup_operation.h"
+#include "pdf/pdf_page_numbers_operation.h"
+#include "pdf/pdf_repair_operation.h"
+#include "pdf/pdf_resize_operation.h"
+#include "pdf/pdf_watermark_operation.h"
 #include "probes/dmg_probe_operation.h"
 #include "probes/identity_copy_operation.h"
 #include "workbench/all_text_tools.h"
@@ -63,21 +70,21 @@ constexpr Row rows[] = {
     unbuilt("pdf.bookmarks"),
     unbuilt("pdf.encrypt"),
     unbuilt("pdf.unlock"),
-    unbuilt("pdf.watermark"),
-    unbuilt("pdf.page-numbers"),
-    unbuilt("pdf.flatten"),
+    inModule<PDFWatermarkOperation>(),
+    inModule<PDFPageNumbersOperation>(),
+    inModule<PDFFlattenOperation>(),
     inModule<PDFDeleteAnnotationsOperation>(),
     unbuilt("pdf.sign"),
     unbuilt("pdf.fill-forms"),
     unbuilt("pdf.annotate"),
-    unbuilt("pdf.crop"),
-    unbuilt("pdf.resize-paper"),
-    unbuilt("pdf.nup"),
+    inModule<PDFCropOperation>(),
+    inModule<PDFResizeOperation>(),
+    inModule<PDFNUpOperation>(),
     unbuilt("pdf.grayscale"),
     unbuilt("pdf.redact"),
     unbuilt("pdf.compress"),
     unbuilt("pdf.compare"),
-    unbuilt("pdf.repair"),
+    inModule<PDFRepairOperation>(),
     unbuilt("pdf.deskew"),
     unbuilt("pdf.searchable"),
     unbuilt("pdf.extract-images"),

@@ -83,6 +83,13 @@ struct Control {
 // A sentence shown between the controls.
 struct Note {
   std::string text;
+  std::function<bool(const OperationConfig&)> isShown = {};  // empty: always
+
+  template <class Config>
+  Note shownWhen(bool (*condition)(const Config&)) && {
+    isShown = [condition](const OperationConfig& config) { return condition(static_cast<const Config&>(config)); };
+    return std::move(*this);
+  }
 };
 
 class Panel {

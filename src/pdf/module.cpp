@@ -2,11 +2,25 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
 #include "core/registry.h"
+#include "pdf/pdf_crop_operation.h"
 #include "pdf/pdf_delete_annotations_operation.h"
+#include "pdf/pdf_flatten_operation.h"
+#include "pdf/pdf_nup_operation.h"
+#include "pdf/pdf_page_numbers_operation.h"
+#include "pdf/pdf_repair_operation.h"
+#include "pdf/pdf_resize_operation.h"
+#include "pdf/pdf_watermark_operation.h"
 
 extern "C" [[gnu::visibility("default")]] void quirnRegisterModule(quirn::OperationRegistry& registry);
 
 void quirnRegisterModule(quirn::OperationRegistry& registry) {
   using namespace quirn;
   registry.registerOperation(OperationType::of<PDFDeleteAnnotationsOperation>());
+  registry.registerOperation(OperationType::of<PDFRepairOperation>());
+  registry.registerOperation(OperationType::of<PDFResizeOperation>());
+  registry.registerOperation(OperationType::of<PDFCropOperation>());
+  registry.registerOperation(OperationType::of<PDFWatermarkOperation>());
+  registry.registerOperation(OperationType::of<PDFPageNumbersOperation>());
+  registry.registerOperation(OperationType::of<PDFNUpOperation>());
+  registry.registerOperation(OperationType::of<PDFFlattenOperation>());
 }
