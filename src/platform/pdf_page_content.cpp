@@ -211,6 +211,17 @@ std::string decodedStream(QPDFObjectHandle stream, std::size_t mostBytes) {
   return buffer.take();
 }
 
+std::optional<std::string> wholeDecodedStream(QPDFObjectHandle stream, std::size_t mostBytes) {
+  if (!canDecode(stream)) return std::nullopt;
+  BoundedBuffer buffer(mostBytes);
+  try {
+    if (!stream.pipeStreamData(&buffer, nullptr, 0, qpdf_dl_specialized, true)) return std::nullopt;
+  } catch (const std::length_error&) {
+    return std::nullopt;
+  }
+  return buffer.take();
+}
+
 std::string decodedContents(QPDFObjectHandle page) {
   std::string content;
   for (const QPDFObjectHandle& stream : contentStreams(page)) {

@@ -7,6 +7,7 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -34,6 +35,9 @@ PDFMatrix matrixOf(QPDFObjectHandle object);
 
 // The decoded bytes of a stream, as far as they can be decoded and go no further than `mostBytes`.
 std::string decodedStream(QPDFObjectHandle stream, std::size_t mostBytes = mostContentRead);
+
+// All decoded bytes of a stream; nothing if it is damaged, has a coding that can't be undone here, or is larger.
+std::optional<std::string> wholeDecodedStream(QPDFObjectHandle stream, std::size_t mostBytes);
 
 // The page's content, its streams joined with line ends between them.
 std::string decodedContents(QPDFObjectHandle page);
