@@ -9,6 +9,11 @@
 #include "documents/hash_files_operation.h"
 #include "documents/verify_checksums_operation.h"
 #include "pdf/pdf_delete_annotations_operation.h"
+#include "pdf/pdf_encrypt_operation.h"
+#include "pdf/pdf_merge_operation.h"
+#include "pdf/pdf_metadata_operation.h"
+#include "pdf/pdf_split_operation.h"
+#include "pdf/pdf_unlock_operation.h"
 #include "probes/dmg_probe_operation.h"
 #include "probes/identity_copy_operation.h"
 #include "workbench/all_text_tools.h"
@@ -50,8 +55,8 @@ constexpr Row textTool(std::string_view id) {
 
 // This order is the order of the catalog. It is stated nowhere else.
 constexpr Row rows[] = {
-    unbuilt("pdf.merge"),
-    unbuilt("pdf.split"),
+    inModule<PDFMergeOperation>(),
+    inModule<PDFSplitOperation>(),
     unbuilt("image.heic-to-jpg"),
     unbuilt("image.resize"),
     unbuilt("image.convert"),
@@ -59,10 +64,10 @@ constexpr Row rows[] = {
     unbuilt("image.ocr"),
     unbuilt("image.to-pdf"),
     unbuilt("pdf.to-images"),
-    unbuilt("pdf.metadata"),
+    inModule<PDFMetadataOperation>(),
     unbuilt("pdf.bookmarks"),
-    unbuilt("pdf.encrypt"),
-    unbuilt("pdf.unlock"),
+    inModule<PDFEncryptOperation>(),
+    inModule<PDFUnlockOperation>(),
     unbuilt("pdf.watermark"),
     unbuilt("pdf.page-numbers"),
     unbuilt("pdf.flatten"),

@@ -3,10 +3,20 @@
 
 #include "core/registry.h"
 #include "pdf/pdf_delete_annotations_operation.h"
+#include "pdf/pdf_encrypt_operation.h"
+#include "pdf/pdf_merge_operation.h"
+#include "pdf/pdf_metadata_operation.h"
+#include "pdf/pdf_split_operation.h"
+#include "pdf/pdf_unlock_operation.h"
 
 extern "C" [[gnu::visibility("default")]] void quirnRegisterModule(quirn::OperationRegistry& registry);
 
 void quirnRegisterModule(quirn::OperationRegistry& registry) {
   using namespace quirn;
   registry.registerOperation(OperationType::of<PDFDeleteAnnotationsOperation>());
+  registry.registerOperation(OperationType::of<PDFEncryptOperation>());
+  registry.registerOperation(OperationType::of<PDFMergeOperation>());
+  registry.registerOperation(OperationType::of<PDFMetadataOperation>());
+  registry.registerOperation(OperationType::of<PDFSplitOperation>());
+  registry.registerOperation(OperationType::of<PDFUnlockOperation>());
 }
