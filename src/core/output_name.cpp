@@ -67,6 +67,11 @@ fs::path uniqueOutputURL(const fs::path& folder, std::string_view stem, std::str
   return uniqueURL(folder, stem, fmt::format(" ({})", suffix), extension);
 }
 
+fs::path uniqueOutputURL(const fs::path& folder, const OutputNaming& naming) {
+  const std::string mark = naming.suffix.empty() ? "" : fmt::format(" ({})", naming.suffix);
+  return uniqueURL(folder, naming.stem, mark, naming.extension);
+}
+
 fs::path uniqueFileURL(const fs::path& folder, std::string_view stem, std::string_view extension) {
   return uniqueURL(folder, stem, "", extension);
 }

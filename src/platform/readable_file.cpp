@@ -4,14 +4,14 @@
 #include "platform/readable_file.h"
 
 #include <fcntl.h>
-#include <linux/openat2.h>
 #include <sys/stat.h>
-#include <sys/syscall.h>
 #include <unistd.h>
 
 #include <atomic>
 #include <cerrno>
 #include <system_error>
+
+#include "platform/beneath.h"
 
 namespace quirn::platform {
 namespace {
@@ -24,14 +24,6 @@ constexpr int openFlags = O_RDONLY | O_CLOEXEC | O_NOCTTY | O_NONBLOCK;
 [[noreturn]] void refuse() {
   errno = ENOTSUP;
   throwErrno("not a regular file");
-}
-
-// The kernel resolves the name and keeps it inside the folder, in one step that nobody can race.
-FileDescriptor openInside(int folder, const char* name, int flags) {
-  open_how how{};
-  how.flags = static_cast<unsigned>(flags);
-  how.resolve = RESOLVE_BENEATH | RESOLVE_NO_MAGICLINKS;
-  return FileDescriptor(static_cast<int>(::syscall(SYS_openat2, folder, name, &how, sizeof how)));
 }
 
 }  // namespace
@@ -56,14 +48,11 @@ ReadableFile ReadableFile::openBeneath(const std::filesystem::path& folder, cons
   const FileDescriptor root(::open(folder.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
   if (!root) throwErrno("open folder");
   // A look that opens nothing comes first, as in open().
-  const FileDescriptor seen = openInside(root.number(), name.c_str(), O_PATH | O_CLOEXEC);
-  if (!seen) throwErrno("openat2");
+  const FileDescriptor seen = platform::openBeneath(root.number(), name, O_PATH);
   struct stat status{};
   if (::fstat(seen.number(), &status) != 0) throwErrno("fstat");
   if (!S_ISREG(status.st_mode)) refuse();
-  FileDescriptor descriptor = openInside(root.number(), name.c_str(), openFlags);
-  if (!descriptor) throwErrno("openat2");
-  return ReadableFile(std::move(descriptor));
+  return ReadableFile(platform::openBeneath(root.number(), name, openFlags));
 }
 
 std::size_t ReadableFile::read(std::span<std::byte> bytes) {

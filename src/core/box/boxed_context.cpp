@@ -7,6 +7,7 @@
 #include <cstdlib>
 #include <stdexcept>
 
+#include "core/box/boxed_folder.h"
 #include "core/operation_error.h"
 
 namespace quirn::box {
@@ -82,25 +83,37 @@ Neighbour BoxedContext::openNeighbour(const InputFile& input, const fs::path& na
 
 std::vector<InputFile> BoxedContext::enumerate(const InputFile& folder) {
   const std::scoped_lock guard(asking_);
-  const Answer answer = ask(message(Ask::enumerate).number(numberOf(folder)), Tell::listed);
+  Answer answer = ask(message(Ask::enumerate).number(numberOf(folder)), Tell::listed);
   MessageReader reader = answer.reader();
   const std::int64_t count = reader.number();
   std::int64_t number = reader.number();
   std::vector<InputFile> files;
   for (std::int64_t i = 0; i < count; ++i) {
-    const Answer next = hear();
-    MessageReader file = next.reader();
-    if (file.choice<Tell>() != Tell::input) leave();
-    files.push_back(readInputFile(file));
+    if (reader.isAtEnd()) {
+      answer = hear();
+      reader = answer.reader();
+    }
+    if (reader.choice<Tell>() != Tell::input) leave();
+    files.push_back(readInputFile(reader));
     const std::scoped_lock inner(mutex_);
     inputs_.emplace(files.back().url, number++);
   }
   return files;
 }
 
-std::unique_ptr<StagedOutput> BoxedContext::stage(const InputFile& input, std::string_view suffix,
-                                                  std::string_view extension) {
-  Answer answer = ask(message(Ask::stage).number(numberOf(input)).text(suffix).text(extension), Tell::staged);
+MessageWriter BoxedContext::stageMessage(Ask kind, const InputFile& beside, const OutputNaming& naming) const {
+  return std::move(message(kind).number(numberOf(beside)).text(naming.stem).text(naming.suffix).text(naming.extension));
+}
+
+std::unique_ptr<StagedFolder> BoxedContext::stageFolder(const InputFile& beside, const OutputNaming& naming) {
+  const Answer answer = ask(stageMessage(Ask::stageFolder, beside, naming), Tell::staged);
+  MessageReader reader = answer.reader();
+  const std::int64_t number = reader.number();
+  return std::make_unique<BoxedFolder>(*this, number, std::string(reader.text()));
+}
+
+std::unique_ptr<StagedOutput> BoxedContext::stage(const InputFile& beside, const OutputNaming& naming) {
+  Answer answer = ask(stageMessage(Ask::stage, beside, naming), Tell::staged);
   MessageReader reader = answer.reader();
   const std::int64_t number = reader.number();
   return std::make_unique<Output>(*this, number, std::string(reader.text()), std::move(answer.descriptor));
@@ -108,10 +121,18 @@ std::unique_ptr<StagedOutput> BoxedContext::stage(const InputFile& input, std::s
 
 OutputFile BoxedContext::publish(const Output& output, OutputRole role) {
   note(message(Ask::publish).number(output.number()).choice(role));
-  OutputFile file{platform::Uuid::random(), output.url(), role};
+  return remember(output.number(), {platform::Uuid::random(), output.url(), role});
+}
+
+OutputFile BoxedContext::publishFolder(std::int64_t number, OutputRole role) {
+  const Answer answer = ask(message(Ask::publishFolder).number(number).choice(role), Tell::done);
+  return remember(number, {platform::Uuid::random(), std::string(answer.reader().text()), role});
+}
+
+OutputFile BoxedContext::remember(std::int64_t number, OutputFile output) {
   const std::scoped_lock guard(mutex_);
-  outputs_.emplace(file.id, output.number());
-  return file;
+  outputs_.emplace(output.id, number);
+  return output;
 }
 
 void BoxedContext::publishStaged() {
@@ -176,6 +197,7 @@ BoxedContext::Answer BoxedContext::ask(const MessageWriter& question, Tell expec
   MessageReader reader = answer.reader();
   const auto kind = reader.choice<Tell>();
   if (kind == Tell::failed) throw readError(reader);
+  if (kind == Tell::outside) throw EntryOutside(std::string(reader.text()));
   if (kind == Tell::cancelled) throw CancellationError();
   if (kind != expected) leave();
   answer.bytes.erase(0, sizeof(std::int64_t));

@@ -31,8 +31,9 @@ class BoxedContext final : public OperationContext {
   InputHandle open(const InputFile& input) override;
   Neighbour openNeighbour(const InputFile& input, const std::filesystem::path& name) override;
   std::vector<InputFile> enumerate(const InputFile& folder) override;
-  std::unique_ptr<StagedOutput> stage(const InputFile& input, std::string_view suffix,
-                                      std::string_view extension) override;
+  using OperationContext::stage;
+  std::unique_ptr<StagedOutput> stage(const InputFile& beside, const OutputNaming& naming) override;
+  std::unique_ptr<StagedFolder> stageFolder(const InputFile& beside, const OutputNaming& naming) override;
   void publishStaged() override;
   OutputFile published(OutputFile output) override;
   // The program's own run does it.
@@ -43,6 +44,16 @@ class BoxedContext final : public OperationContext {
   // Sends what was noted.
   void send();
 
+  struct Answer {
+    std::string bytes;
+    platform::FileDescriptor descriptor;
+    MessageReader reader() const { return MessageReader(bytes); }
+  };
+  // Waits for the answer, which is without its kind. Throws the program's own error instead where that is the answer.
+  Answer ask(const MessageWriter& question, Tell expected);
+
+  OutputFile publishFolder(std::int64_t number, OutputRole role);
+
   // Notes how far the work is.
   void noteState();
 
@@ -52,17 +63,11 @@ class BoxedContext final : public OperationContext {
  private:
   class Output;
 
-  struct Answer {
-    std::string bytes;
-    platform::FileDescriptor descriptor;
-    MessageReader reader() const { return MessageReader(bytes); }
-  };
-
   platform::FileDescriptor takeFirstInput();
   std::int64_t numberOf(const InputFile& input) const;
   Answer hear() const;
-  // Throws the program's own error instead where that is the answer.
-  Answer ask(const MessageWriter& question, Tell expected);
+  MessageWriter stageMessage(Ask kind, const InputFile& beside, const OutputNaming& naming) const;
+  OutputFile remember(std::int64_t number, OutputFile output);
   OutputFile publish(const Output& output, OutputRole role);
 
   const platform::MessageSocket& messages_;

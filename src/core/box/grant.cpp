@@ -7,12 +7,14 @@
 #include <limits>
 
 #include "platform/file_status.h"
+#include "platform/message_socket.h"
 
 namespace quirn::box {
 namespace fs = std::filesystem;
 namespace {
 
 constexpr std::size_t mostOpenOutputs = 64;
+constexpr std::size_t mostOpenFolders = 4;
 constexpr std::size_t longestNamePart = 255;     // bytes
 constexpr std::size_t mostBytesTold = 64 << 20;  // of failures
 constexpr std::size_t mostEnumerations = 4;      // of each input
@@ -57,8 +59,9 @@ void Grant::take(std::string_view bytes, const Send& send) {
   MessageReader message(bytes);
   do {
     if (hasEnded()) throw OutsideGrant();
-    ++messageCount_;
     const auto kind = message.choice<Ask>();
+    // What goes into a folder is counted there.
+    if (kind != Ask::makeFolder && kind != Ask::writeFile && kind != Ask::beginFile) ++messageCount_;
     if (!answer(kind, message, send) && !note(kind, message) && !end(kind, message)) throw OutsideGrant();
   } while (!message.isAtEnd());
 }
@@ -79,6 +82,7 @@ std::int64_t Grant::outputLimit() const {
 std::int64_t Grant::bytesStaged() const {
   std::int64_t bytes = 0;
   for (const auto& [number, output] : staged_) bytes += sizeOf(*output);
+  for (const auto& [number, folder] : folders_) bytes += folder.bytes();
   return bytes;
 }
 
@@ -87,14 +91,14 @@ void Grant::checkOutputs() const {
 }
 
 std::int64_t Grant::signOfLife() const {
-  return steps_ + bytesPublished_ + bytesStaged();
+  std::int64_t entries = 0;
+  for (const auto& [number, folder] : folders_) entries += folder.entryCount();
+  return steps_ + bytesPublished_ + bytesStaged() + entries;
 }
 
 // The questions. An error of the answer is the worker's to deal with.
 bool Grant::answer(Ask kind, MessageReader& question, const Send& send) {
-  const bool isQuestion = kind == Ask::open || kind == Ask::neighbour || kind == Ask::enumerate || kind == Ask::stage ||
-                          kind == Ask::publishStaged || kind == Ask::published;
-  if (!isQuestion) return false;
+  if (kind < Ask::open || kind > Ask::published) return false;
   ++steps_;
   try {
     switch (kind) {
@@ -102,6 +106,22 @@ bool Grant::answer(Ask kind, MessageReader& question, const Send& send) {
       case Ask::neighbour: openNeighbour(question, send); break;
       case Ask::enumerate: enumerate(question, send); break;
       case Ask::stage: stage(question, send); break;
+      case Ask::stageFolder: stageFolder(question, send); break;
+      case Ask::publishFolder: publishFolder(question, send); break;
+      case Ask::beginFile: {
+        FolderGrant& folder = readFolder(question);
+        send(message(Tell::opened), folder.beginFile(question));
+        break;
+      }
+      case Ask::link: {
+        FolderGrant& folder = readFolder(question);
+        send(message(Tell::linked).number(folder.link(question)), -1);
+        break;
+      }
+      case Ask::settle:
+        readFolder(question).settle();
+        send(message(Tell::done).text(""), -1);
+        break;
       case Ask::publishStaged:
         if (type_.isPerFile()) throw OutsideGrant();
         context_.publishStaged();
@@ -117,6 +137,8 @@ bool Grant::answer(Ask kind, MessageReader& question, const Send& send) {
     MessageWriter failed = message(Tell::failed);
     write(failed, error);
     send(failed, -1);
+  } catch (const EntryOutside& outside) {
+    send(message(Tell::outside).text(cutText(outside.name())), -1);
   } catch (const CancellationError&) {
     send(message(Tell::cancelled), -1);
   }
@@ -149,13 +171,15 @@ void Grant::enumerate(MessageReader& question, const Send& send) {
   if (std::ssize(inputs_) + std::ssize(files) > limitOf(Budget::entries))
     throw breachOf(Budget::entries, folder.fileName());
   const bool isFirst = enumerated_.insert(folder.url).second;
-  send(message(Tell::listed).number(std::ssize(files)).number(std::ssize(inputs_)), -1);
+  MessageWriter answer = message(Tell::listed).number(std::ssize(files)).number(std::ssize(inputs_));
   for (const InputFile& file : files) {
     MessageWriter input = message(Tell::input);
     write(input, file);
-    send(input, -1);
+    if (answer.bytes().size() + input.bytes().size() > platform::longestMessage) send(std::exchange(answer, {}), -1);
+    answer.append(input);
     if (isFirst) bytesIn_ = saturatedSum(bytesIn_, file);
   }
+  send(answer, -1);
   inputs_.insert(inputs_.end(), files.begin(), files.end());
 }
 
@@ -166,17 +190,62 @@ bool Grant::isPlainName(std::string_view part, const InputFile& input) const {
   return std::ranges::none_of(part, isControl) || input.fileName().find(part) != std::string::npos;
 }
 
+OutputNaming Grant::readNaming(MessageReader& message, const InputFile& input) const {
+  OutputNaming naming;
+  for (std::string* const part : {&naming.stem, &naming.suffix, &naming.extension}) {
+    *part = message.text();
+    if (!isPlainName(*part, input)) throw OutsideGrant();
+  }
+  // Hidden files are made beside hidden files alone.
+  const bool isHidden = naming.stem.empty() || naming.stem.starts_with('.');
+  if (isHidden && !input.fileName().starts_with('.')) throw OutsideGrant();
+  return naming;
+}
+
 void Grant::stage(MessageReader& question, const Send& send) {
   const InputFile& input = readInput(question);
-  const std::string_view suffix = question.text();
-  const std::string_view extension = question.text();
-  if (!isPlainName(suffix, input) || !isPlainName(extension, input)) throw OutsideGrant();
+  const OutputNaming naming = readNaming(question, input);
   if (stagedCount_ >= limits_.outputs) throw breachOf(Budget::outputs, name_);
   if (staged_.size() >= mostOpenOutputs)
     throw OperationError::engineFailed("writing", "Too many outputs are open at once.");
-  auto output = context_.stage(input, suffix, extension);
+  auto output = context_.stage(input, naming);
   send(message(Tell::staged).number(stagedCount_).text(output->url().native()), output->descriptor());
   staged_.emplace(stagedCount_++, std::move(output));
+}
+
+void Grant::stageFolder(MessageReader& question, const Send& send) {
+  const InputFile& input = readInput(question);
+  const OutputNaming naming = readNaming(question, input);
+  if (stagedCount_ >= limits_.outputs) throw breachOf(Budget::outputs, name_);
+  if (folders_.size() >= mostOpenFolders)
+    throw OperationError::engineFailed("writing", "Too many folders are open at once.");
+  FolderGrant folder(context_.stageFolder(input, naming));
+  send(message(Tell::staged).number(stagedCount_).text(folder.url().native()), -1);
+  folders_.emplace(stagedCount_++, std::move(folder));
+}
+
+FolderGrant& Grant::readFolder(MessageReader& message) {
+  const auto found = folders_.find(message.number());
+  if (found == folders_.end()) throw OutsideGrant();
+  checkEntries(found->second);
+  return found->second;
+}
+
+void Grant::checkEntries(const FolderGrant& folder) const {
+  if (folder.entryCount() > limitOf(Budget::entries)) throw breachOf(Budget::entries, name_);
+}
+
+void Grant::publishFolder(MessageReader& question, const Send& send) {
+  checkOutputs();
+  const std::int64_t number = MessageReader(question).number();
+  FolderGrant& folder = readFolder(question);
+  const auto role = question.choice<OutputRole>();
+  const std::int64_t bytes = folder.bytes();
+  const OutputFile output = folder.publish(role);
+  folders_.erase(number);
+  bytesPublished_ += bytes;
+  published_.emplace(number, output);
+  send(message(Tell::done).text(output.url.native()), -1);
 }
 
 // What the worker tells without being answered.
@@ -184,6 +253,13 @@ bool Grant::note(Ask kind, MessageReader& message) {
   switch (kind) {
     case Ask::publish: publish(message); return true;
     case Ask::discard: takeStaged(message); return true;
+    case Ask::discardFolder: {
+      const std::int64_t number = message.number();
+      if (folders_.erase(number) == 0) throw OutsideGrant();
+      return true;
+    }
+    case Ask::makeFolder: readFolder(message).makeFolder(message); return true;
+    case Ask::writeFile: readFolder(message).writeFile(message); return true;
     case Ask::state: noteState(message); return true;
     case Ask::output: {
       const std::int64_t number = message.number();

@@ -25,6 +25,16 @@ InputFile readInputFile(MessageReader& message) {
   return input;
 }
 
+void write(MessageWriter& message, StagedFolder::Date date) {
+  message.number(date.has_value()).number(date ? date->time_since_epoch().count() : 0);
+}
+
+StagedFolder::Date readDate(MessageReader& message) {
+  const bool isKnown = message.number(1) == 1;
+  const std::chrono::sys_seconds date{std::chrono::seconds(message.number())};
+  return isKnown ? StagedFolder::Date(date) : std::nullopt;
+}
+
 void write(MessageWriter& message, const OperationError& error) {
   message.choice(error.kind()).text(cutText(error.subject())).text(cutText(error.underlying()));
 }
