@@ -8,13 +8,19 @@
 #include "catalog/unbuilt.h"
 #include "documents/hash_files_operation.h"
 #include "documents/verify_checksums_operation.h"
+#include "pdf/pdf_compress_operation.h"
 #include "pdf/pdf_crop_operation.h"
 #include "pdf/pdf_delete_annotations_operation.h"
+#include "pdf/pdf_encrypt_operation.h"
 #include "pdf/pdf_flatten_operation.h"
+#include "pdf/pdf_merge_operation.h"
+#include "pdf/pdf_metadata_operation.h"
 #include "pdf/pdf_nup_operation.h"
 #include "pdf/pdf_page_numbers_operation.h"
 #include "pdf/pdf_repair_operation.h"
 #include "pdf/pdf_resize_operation.h"
+#include "pdf/pdf_split_operation.h"
+#include "pdf/pdf_unlock_operation.h"
 #include "pdf/pdf_watermark_operation.h"
 #include "probes/dmg_probe_operation.h"
 #include "probes/identity_copy_operation.h"
@@ -57,8 +63,8 @@ constexpr Row textTool(std::string_view id) {
 
 // This order is the order of the catalog. It is stated nowhere else.
 constexpr Row rows[] = {
-    unbuilt("pdf.merge"),
-    unbuilt("pdf.split"),
+    inModule<PDFMergeOperation>(),
+    inModule<PDFSplitOperation>(),
     unbuilt("image.heic-to-jpg"),
     unbuilt("image.resize"),
     unbuilt("image.convert"),
@@ -66,10 +72,10 @@ constexpr Row rows[] = {
     unbuilt("image.ocr"),
     unbuilt("image.to-pdf"),
     unbuilt("pdf.to-images"),
-    unbuilt("pdf.metadata"),
+    inModule<PDFMetadataOperation>(),
     unbuilt("pdf.bookmarks"),
-    unbuilt("pdf.encrypt"),
-    unbuilt("pdf.unlock"),
+    inModule<PDFEncryptOperation>(),
+    inModule<PDFUnlockOperation>(),
     inModule<PDFWatermarkOperation>(),
     inModule<PDFPageNumbersOperation>(),
     inModule<PDFFlattenOperation>(),
@@ -82,7 +88,7 @@ constexpr Row rows[] = {
     inModule<PDFNUpOperation>(),
     unbuilt("pdf.grayscale"),
     unbuilt("pdf.redact"),
-    unbuilt("pdf.compress"),
+    inModule<PDFCompressOperation>(),
     unbuilt("pdf.compare"),
     inModule<PDFRepairOperation>(),
     unbuilt("pdf.deskew"),

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <system_error>
 
+#include "core/local_folder.h"
 #include "core/output_name.h"
 #include "core/safe_path.h"
 
@@ -17,6 +18,13 @@ namespace {
 bool leadsNowhere(const std::error_code& error) {
   return error == std::errc::no_such_file_or_directory || error == std::errc::not_a_directory ||
          error == std::errc::too_many_symbolic_link_levels || error == std::errc::filename_too_long;
+}
+
+// Gives it the kept name, or the next free one, which it returns.
+template <class Staged, class Name>
+fs::path nameStaged(Staged& staged, Name& name) {
+  while (!staged.publishAs(name.url.filename().string())) name.next();
+  return name.url;
 }
 
 }  // namespace
@@ -82,14 +90,41 @@ LocalContext::Folder LocalContext::outputFolder(const fs::path& path) {
   return folders_[path.native()] = folder;
 }
 
-std::unique_ptr<StagedOutput> LocalContext::stage(const InputFile& input, std::string_view suffix,
-                                                  std::string_view extension) {
-  const fs::path path = outputDirectory().value_or(input.url.parent_path());
-  OutputName name{input.stem(), std::string(suffix), std::string(extension), {}};
-  name.url = uniqueOutputURL(path, name.stem, name.suffix, name.extension);
+LocalContext::OutputName LocalContext::nameBeside(const InputFile& input, const OutputNaming& naming) const {
+  return {naming, uniqueOutputURL(outputDirectory().value_or(input.url.parent_path()), naming)};
+}
+
+std::unique_ptr<StagedOutput> LocalContext::stage(const InputFile& beside, const OutputNaming& naming) {
+  OutputName name = nameBeside(beside, naming);
   try {
-    auto file = platform::StagedFile::create(outputFolder(path));
+    auto file = platform::StagedFile::create(outputFolder(name.url.parent_path()));
     return std::make_unique<Output>(*this, std::move(name), std::move(file));
+  } catch (const std::system_error& error) {
+    throw OperationError::writeFailed(name.url, error.what());
+  }
+}
+
+std::unique_ptr<StagedFolder> LocalContext::stageFolder(const InputFile& beside, const OutputNaming& naming) {
+  OutputName name = nameBeside(beside, naming);
+  try {
+    auto tree = platform::StagedTree::create(outputFolder(name.url.parent_path()));
+    const fs::path url = name.url;
+    return std::make_unique<LocalFolder>(
+        url, std::move(tree),
+        [this, name](platform::StagedTree& whole, OutputRole role) { return publish(whole, name, role); });
+  } catch (const std::system_error& error) {
+    throw OperationError::writeFailed(name.url, error.what());
+  }
+}
+
+// By itself, since a folder's many files are one wait for the disk already.
+OutputFile LocalContext::publish(platform::StagedTree& tree, OutputName name, OutputRole role) {
+  try {
+    if (const std::error_code error = tree.flush()) throw std::system_error(error);
+    OutputFile output{platform::Uuid::random(), nameStaged(tree, name), role};
+    const std::scoped_lock guard(mutex_);
+    unflushedFolders_.insert(tree.parent());
+    return output;
   } catch (const std::system_error& error) {
     throw OperationError::writeFailed(name.url, error.what());
   }
@@ -123,25 +158,16 @@ void LocalContext::publishStaged() {
   for (std::size_t i = 0; i < group.size(); ++i) publish(std::move(group[i]), errors[i]);
 }
 
-fs::path LocalContext::nameFile(HandedOver& item) {
-  const OutputName& name = item.name;
-  fs::path url = name.url;
-  while (!item.file.publishAs(url.filename().string())) {
-    url = uniqueOutputURL(url.parent_path(), name.stem, name.suffix, name.extension);
-  }
-  return url;
-}
-
 void LocalContext::publish(HandedOver item, std::error_code flushError) {
   std::variant<fs::path, OperationError> outcome;
   try {
     if (flushError) throw std::system_error(flushError);
-    outcome = nameFile(item);
+    outcome = nameStaged(item.file, item.name);
   } catch (const std::system_error& error) {
     outcome = OperationError::writeFailed(item.name.url, error.what());
   }
   const auto* url = std::get_if<fs::path>(&outcome);
-  const bool asExpected = url != nullptr && *url == item.name.url;
+  const bool asExpected = url != nullptr && *url == item.output.url;
   const std::scoped_lock guard(mutex_);
   unflushedFolders_.insert(item.file.folder());
   if (!asExpected) surprises_.emplace(item.output.id, std::move(outcome));

@@ -26,6 +26,7 @@
 #include "core/operation_error.h"
 #include "platform/file_descriptor.h"
 #include "platform/staged_file.h"
+#include "platform/staged_tree.h"
 
 namespace quirn {
 
@@ -36,8 +37,9 @@ class LocalContext final : public OperationContext {
   InputHandle open(const InputFile& input) override;
   Neighbour openNeighbour(const InputFile& input, const std::filesystem::path& name) override;
   std::vector<InputFile> enumerate(const InputFile& folder) override;
-  std::unique_ptr<StagedOutput> stage(const InputFile& input, std::string_view suffix,
-                                      std::string_view extension) override;
+  using OperationContext::stage;
+  std::unique_ptr<StagedOutput> stage(const InputFile& beside, const OutputNaming& naming) override;
+  std::unique_ptr<StagedFolder> stageFolder(const InputFile& beside, const OutputNaming& naming) override;
   void publishStaged() override;
   OutputFile published(OutputFile output) override;
   void finish() override;
@@ -48,10 +50,9 @@ class LocalContext final : public OperationContext {
   // A name that was asked for, so that the next free one can be found should another program take
   // it.
   struct OutputName {
-    std::string stem;
-    std::string suffix;
-    std::string extension;
+    OutputNaming naming;
     std::filesystem::path url;
+    std::filesystem::path next() { return url = uniqueOutputURL(url.parent_path(), naming); }
   };
   struct HandedOver {
     OutputFile output;
@@ -62,10 +63,10 @@ class LocalContext final : public OperationContext {
   using Folder = std::shared_ptr<const platform::OutputFolder>;
 
   Folder outputFolder(const std::filesystem::path& path);
+  OutputName nameBeside(const InputFile& input, const OutputNaming& naming) const;
   OutputFile handOver(OutputName name, platform::StagedFile file, OutputRole role);
   void publish(HandedOver item, std::error_code flushError);
-  // Gives the file the kept name, or the next free one.
-  static std::filesystem::path nameFile(HandedOver& item);
+  OutputFile publish(platform::StagedTree& tree, OutputName name, OutputRole role);
   void flushFolders();
 
   // Each waiting output and each open folder holds a descriptor; together they take about half of

@@ -10,6 +10,8 @@
 //   static const AcceptedInputs& accepts();
 // and where the record can't say it,
 //   static bool canRun(std::span<const InputFile> inputs);
+// and where several share a configuration record that has no panel of its own,
+//   static Panel panel();
 // What it may add, each with the default that holds without it:
 //   static constexpr Placement placement = Placement::boxed;
 //   static constexpr std::string_view module;             // of the heavy library it stands on; none

@@ -28,6 +28,11 @@ void OperationContext::checkCancellation() const {
   if (stopSource_.stop_requested()) throw CancellationError();
 }
 
+std::unique_ptr<StagedOutput> OperationContext::stage(const InputFile& input, std::string_view suffix,
+                                                      std::string_view extension) {
+  return stage(input, OutputNaming{input.stem(), std::string(suffix), std::string(extension)});
+}
+
 OutputFile writeTextOutput(OperationContext& context, const InputFile& input, std::string_view suffix,
                            std::string_view extension, std::string_view text, std::string_view failure) {
   const auto output = context.stage(input, suffix, extension);

@@ -24,7 +24,9 @@
 #include "core/input_file.h"
 #include "core/input_handle.h"
 #include "core/operation_result.h"
+#include "core/output_name.h"
 #include "core/progress.h"
+#include "core/staged_folder.h"
 #include "core/staged_output.h"
 #include "platform/uuid.h"
 
@@ -68,9 +70,14 @@ class OperationContext {
   // followed. Throws readFailed.
   virtual std::vector<InputFile> enumerate(const InputFile& folder) = 0;
 
-  // Begins an output named "{stem of input} ({suffix}).{extension}". Throws writeFailed.
-  virtual std::unique_ptr<StagedOutput> stage(const InputFile& input, std::string_view suffix,
-                                              std::string_view extension) = 0;
+  // Begins an output, in the chosen folder or else in that of `beside`. Throws writeFailed.
+  virtual std::unique_ptr<StagedOutput> stage(const InputFile& beside, const OutputNaming& naming) = 0;
+
+  // The same, named "{stem of input} ({suffix}).{extension}".
+  std::unique_ptr<StagedOutput> stage(const InputFile& input, std::string_view suffix, std::string_view extension);
+
+  // Begins an output that is a folder, in the same place. Throws writeFailed.
+  virtual std::unique_ptr<StagedFolder> stageFolder(const InputFile& beside, const OutputNaming& naming) = 0;
 
   // Brings everything that was handed over so far to the disk and gives it its name. For the driver
   // of a run.

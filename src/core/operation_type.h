@@ -119,6 +119,11 @@ template <class Operation>
 concept HasConfig = requires { typename Operation::Config; };
 
 template <class Operation>
+concept HasOwnPanel = requires {
+  { Operation::panel() } -> std::same_as<Panel>;
+};
+
+template <class Operation>
 concept IsPerFile = std::is_base_of_v<PerFileOperation, Operation> ||
                     (HasConfig<Operation> && requires { &Operation::processFileConfigured; });
 
@@ -181,7 +186,11 @@ OperationType OperationType::describedBy() {
       return std::make_unique<Config>(static_cast<const Config&>(config));
     };
     type.panel_ = [](const OperationConfig& config) {
-      return typeid(config) == typeid(Config) ? Config::panel() : Panel();
+      if (typeid(config) != typeid(Config)) return Panel();
+      if constexpr (detail::HasOwnPanel<Operation>)
+        return Operation::panel();
+      else
+        return Config::panel();
     };
   }
   return type;

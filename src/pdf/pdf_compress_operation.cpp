@@ -13,19 +13,15 @@
 namespace quirn {
 namespace {
 
-struct Compressed {
-  OutputFile output;
-  std::int64_t bytes = 0;
-};
-
-Compressed compress(const InputFile& input, OperationContext& context) {
+// Adds the size of the output to `after`.
+OutputFile compress(const InputFile& input, std::int64_t& after, OperationContext& context) {
   platform::PDFDocument document = openUnlockedPDF(input, context);
   changePDF(input, [&] { platform::compressForScreen(document, context.stopToken()); });
   context.checkCancellation();
-  const auto output = context.stage(input, "compressed", "pdf");
-  writeOutput(input, *output, [&] { platform::writeCompressed(document, output->descriptor()); });
-  const std::int64_t bytes = platform::statusOf(output->descriptor()).size;
-  return {output->publish(OutputRole::primary), bytes};
+  return writtenPDF(input, "compressed", context, "PDF write failed", [&](int descriptor) {
+    platform::writeCompressed(document, descriptor);
+    after += platform::sizeOfOpen(descriptor);
+  });
 }
 
 }  // namespace
@@ -46,10 +42,8 @@ OperationResult PDFCompressOperation::run(std::span<const InputFile> inputs, Ope
   for (const InputFile& input : inputs) {
     context.checkCancellation();
     context.setStatus(fmt::format("Compressing {}…", input.fileName()));
-    Compressed compressed = compress(input, context);
-    result.outputs.push_back(std::move(compressed.output));
+    result.outputs.push_back(compress(input, after, context));
     before += input.size;
-    after += compressed.bytes;
     context.progress().complete(1);
   }
   if (result.outputs.empty()) throw OperationError::engineFailed("compress", "Nothing compressed.");

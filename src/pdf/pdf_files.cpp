@@ -45,16 +45,26 @@ PDFDocument openUnlockedPDF(const InputFile& input, OperationContext& context) {
   return document;
 }
 
-OutputFile writePDF(const PDFDocument& document, const InputFile& input, std::string_view suffix,
-                    OperationContext& context) {
-  const auto output = context.stage(input, suffix, "pdf");
+void guardedWrite(const InputFile& input, const StagedOutput& output, std::string_view failure,
+                  const std::function<void()>& work) {
   try {
-    document.write(output->descriptor());
+    work();
   } catch (const PDFError& error) {
     if (error.kind() == PDFError::Kind::readFailed) throw readError(error, input);
-    throw OperationError::writeFailed(output->url(), "PDF write failed");
+    throw OperationError::writeFailed(output.url(), std::string(failure));
   }
+}
+
+OutputFile writtenPDF(const InputFile& input, std::string_view suffix, OperationContext& context,
+                      std::string_view failure, const std::function<void(int descriptor)>& write) {
+  const auto output = context.stage(input, suffix, "pdf");
+  guardedWrite(input, *output, failure, [&] { write(output->descriptor()); });
   return output->publish(OutputRole::primary);
+}
+
+OutputFile writePDF(const PDFDocument& document, const InputFile& input, std::string_view suffix,
+                    OperationContext& context) {
+  return writtenPDF(input, suffix, context, "PDF write failed", [&](int descriptor) { document.write(descriptor); });
 }
 
 }  // namespace quirn

@@ -5,7 +5,7 @@
 
 #pragma once
 
-#include <memory>
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -23,6 +23,15 @@ platform::PDFDocument openPDF(const InputFile& input, OperationContext& context,
 
 // Throws unsupportedInput for one that is locked, too.
 platform::PDFDocument openUnlockedPDF(const InputFile& input, OperationContext& context);
+
+// Calls `work`, which writes parts of `input` into `output`, and throws writeFailed with the detail `failure`, or what
+// readError() makes of a failing disk, where that fails.
+void guardedWrite(const InputFile& input, const StagedOutput& output, std::string_view failure,
+                  const std::function<void()>& work);
+
+// Stages "{stem} ({suffix}).pdf", lets `write` fill it through its descriptor, guarded as above, and publishes it.
+OutputFile writtenPDF(const InputFile& input, std::string_view suffix, OperationContext& context,
+                      std::string_view failure, const std::function<void(int descriptor)>& write);
 
 // Writes the document as "{stem} ({suffix}).pdf". Throws writeFailed "PDF write failed", or what readError() makes of a
 // failing disk.

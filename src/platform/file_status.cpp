@@ -7,6 +7,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <array>
+
 namespace quirn::platform {
 
 FileStatus statusAt(const std::filesystem::path& path) {
@@ -24,6 +26,11 @@ bool isReadable(const std::filesystem::path& path) {
 std::int64_t sizeOfOpen(int descriptor) {
   struct stat status{};
   return ::fstat(descriptor, &status) == 0 ? status.st_size : 0;
+}
+
+void setModified(int descriptor, std::chrono::sys_seconds modified) {
+  const std::array<timespec, 2> times{timespec{0, UTIME_OMIT}, timespec{modified.time_since_epoch().count(), 0}};
+  ::futimens(descriptor, times.data());
 }
 
 }  // namespace quirn::platform

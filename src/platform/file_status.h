@@ -5,6 +5,7 @@
 
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <filesystem>
 
@@ -29,5 +30,8 @@ bool isReadable(const std::filesystem::path& path);
 
 // The size in bytes of an open file; 0 where that can't be told.
 std::int64_t sizeOfOpen(int descriptor);
+
+// Sets the date of the last change of an open file. A date that its file system can't hold is not set.
+void setModified(int descriptor, std::chrono::sys_seconds modified);
 
 }  // namespace quirn::platform

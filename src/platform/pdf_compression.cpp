@@ -28,7 +28,7 @@ constexpr std::size_t largestRepacked = std::size_t{64} << 20;  // bytes, decode
 
 // As many pixels as a screen shows of a picture; all where it isn't known how large that is.
 PDFPixelSize mostPixels(const PDFImageUses& uses, Object image) {
-  constexpr double any = 1e6;
+  static constexpr double any = 1e6;
   const auto extent = uses.largest(image).value_or(PDFImageUses::Extent{any, any});
   const auto pixels = [](double points) {
     constexpr double pointsPerInch = 72;

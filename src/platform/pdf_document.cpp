@@ -65,14 +65,16 @@ void PDFDocument::Internals::findPages() {
     int next = 0;
   };
   pages.clear();
-  std::set<QPDFObjGen> seen;
+  pageTree.clear();
   std::vector<Level> levels;
   const auto enter = [&](QPDFObjectHandle node) {
-    if (!node.isDictionary() || !node.isIndirect() || !seen.insert(node.getObjGen()).second) return;
+    if (!node.isDictionary()) return;
+    if (!node.isIndirect()) node = qpdf->makeIndirectObject(node);
+    const bool isNew = pageTree.insert(node.getObjectID()).second;
     QPDFObjectHandle kids = node.getKey("/Kids");
     if (!kids.isArray()) return pages.push_back(node);
     if (levels.size() >= deepestPage) throw PDFError(PDFError::Kind::tooDeep, "page tree");
-    levels.push_back({kids});
+    if (isNew) levels.push_back({kids});
   };
   enter(qpdf->getRoot().getKey("/Pages"));
   while (!levels.empty()) {
@@ -130,7 +132,9 @@ bool PDFDocument::unlock(const std::string& password) {
   if (!isLocked()) return true;
   internals_->guarded(PDFError::Kind::unreadable, [&] {
     internals_->qpdf = opened(internals_->source, password);
-    if (internals_->qpdf) internals_->findPages();
+    if (isLocked()) return;
+    internals_->raw = std::make_unique<PDFRawObjects>(*internals_->qpdf, *internals_->source);
+    internals_->findPages();
   });
   return !isLocked();
 }

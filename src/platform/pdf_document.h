@@ -103,6 +103,10 @@ class PDFDocument {
   // encrypted. Throws PDFError.
   void write(int descriptor) const;
 
+  // Writes the document as it was opened, encrypted with AES-256 (revision 6 of the standard security handler) so that
+  // `password` opens it for the user and the owner alike. Throws PDFError.
+  void writeProtected(int descriptor, const std::string& password) const;
+
   // What sources of platform/ know of it: pdf_internal.h.
   struct Internals;
   Internals& internals() const { return *internals_; }

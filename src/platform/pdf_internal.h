@@ -7,11 +7,14 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
+#include <unordered_set>
 #include <vector>
 
 #include "platform/pdf_document.h"
 #include "platform/pdf_library.h"
+#include "platform/pdf_raw_objects.h"
 #include "platform/pdf_source.h"
 
 namespace quirn::platform {
@@ -20,7 +23,9 @@ struct PDFDocument::Internals {
   std::shared_ptr<PDFSource> source;  // null for a document that was made here
   // New for every attempt to open; null while the document is locked.
   std::unique_ptr<QPDF> qpdf;
-  std::vector<QPDFObjectHandle> pages;  // in order, each once
+  std::unique_ptr<PDFRawObjects> raw;   // of a document from a file
+  std::vector<QPDFObjectHandle> pages;  // in order
+  std::unordered_set<int> pageTree;     // the numbers of all pages, and of the nodes above them
 
   bool isLocked() const { return qpdf == nullptr; }
 

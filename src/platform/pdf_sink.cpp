@@ -19,11 +19,15 @@ PDFSink::PDFSink(int descriptor) : Pipeline("file", nullptr), descriptor_(descri
 }
 
 void PDFSink::write(const unsigned char* bytes, std::size_t count) {
-  if (buffer_.size() + count > bufferSize) finish();
-  if (count >= bufferSize) {
-    writeAll(descriptor_, std::as_bytes(std::span(bytes, count)));
+  append({reinterpret_cast<const char*>(bytes), count});
+}
+
+void PDFSink::append(std::string_view bytes) {
+  if (buffer_.size() + bytes.size() > bufferSize) finish();
+  if (bytes.size() >= bufferSize) {
+    writeAll(descriptor_, std::as_bytes(std::span(bytes)));
   } else {
-    buffer_.insert(buffer_.end(), bytes, bytes + count);
+    buffer_ += bytes;
   }
 }
 

@@ -6,7 +6,8 @@
 #pragma once
 
 #include <cstddef>
-#include <vector>
+#include <string>
+#include <string_view>
 
 #include "platform/pdf_library.h"
 
@@ -19,12 +20,13 @@ class PDFSink final : public Pipeline {
 
   // Throws std::system_error.
   void write(const unsigned char* bytes, std::size_t count) override;
+  void append(std::string_view bytes);
   // The library may call it for every part of the output.
   void finish() override;
 
  private:
   int descriptor_;
-  std::vector<unsigned char> buffer_;
+  std::string buffer_;
 };
 
 }  // namespace quirn::platform

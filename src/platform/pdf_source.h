@@ -22,7 +22,8 @@ class PDFSource final : public InputSource {
   // Throws std::system_error, again if a read has failed before.
   void check() const;
 
-  const ReadableFile& file() const { return file_; }
+  // As ReadableFile::readAt(), without moving the position.
+  std::size_t readAt(qpdf_offset_t offset, char* bytes, std::size_t count);
 
   qpdf_offset_t findAndSkipNextEOL() override;
   const std::string& getName() const override;
@@ -35,8 +36,6 @@ class PDFSource final : public InputSource {
  private:
   // What the buffer holds from the position on; empty at the end of the file.
   std::string_view buffered();
-  std::size_t readAt(qpdf_offset_t offset, char* bytes, std::size_t count);
-
   ReadableFile file_;
   qpdf_offset_t position_ = 0;
   std::vector<char> buffer_;

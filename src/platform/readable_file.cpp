@@ -4,9 +4,7 @@
 #include "platform/readable_file.h"
 
 #include <fcntl.h>
-#include <linux/openat2.h>
 #include <sys/stat.h>
-#include <sys/syscall.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -14,6 +12,8 @@
 #include <cerrno>
 #include <iterator>
 #include <system_error>
+
+#include "platform/beneath.h"
 
 namespace quirn::platform {
 namespace {
@@ -44,14 +44,6 @@ constexpr int openFlags = O_RDONLY | O_CLOEXEC | O_NOCTTY | O_NONBLOCK;
   throwErrno("not a regular file");
 }
 
-// The kernel resolves the name and keeps it inside the folder, in one step that nobody can race.
-FileDescriptor openInside(int folder, const char* name, int flags) {
-  open_how how{};
-  how.flags = static_cast<unsigned>(flags);
-  how.resolve = RESOLVE_BENEATH | RESOLVE_NO_MAGICLINKS;
-  return FileDescriptor(static_cast<int>(::syscall(SYS_openat2, folder, name, &how, sizeof how)));
-}
-
 }  // namespace
 
 ReadableFile::ReadableFile(FileDescriptor descriptor) : descriptor_(std::move(descriptor)) {
@@ -74,14 +66,11 @@ ReadableFile ReadableFile::openBeneath(const std::filesystem::path& folder, cons
   const FileDescriptor root(::open(folder.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
   if (!root) throwErrno("open folder");
   // A look that opens nothing comes first, as in open().
-  const FileDescriptor seen = openInside(root.number(), name.c_str(), O_PATH | O_CLOEXEC);
-  if (!seen) throwErrno("openat2");
+  const FileDescriptor seen = platform::openBeneath(root.number(), name, O_PATH);
   struct stat status{};
   if (::fstat(seen.number(), &status) != 0) throwErrno("fstat");
   if (!S_ISREG(status.st_mode)) refuse();
-  FileDescriptor descriptor = openInside(root.number(), name.c_str(), openFlags);
-  if (!descriptor) throwErrno("openat2");
-  return ReadableFile(std::move(descriptor));
+  return ReadableFile(platform::openBeneath(root.number(), name, openFlags));
 }
 
 std::size_t ReadableFile::read(std::span<std::byte> bytes) {

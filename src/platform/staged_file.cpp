@@ -5,47 +5,22 @@
 
 #include <dirent.h>
 #include <fcntl.h>
-#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
-#include <cstdio>
 #include <map>
-#include <string_view>
 
-#include "platform/uuid.h"
+#include "platform/hidden_name.h"
 
 namespace quirn::platform {
 namespace {
 
-constexpr std::string_view hiddenPrefix = ".quirn-";
-constexpr std::string_view hiddenSuffix = ".partial";
-constexpr std::size_t uuidLength = 36;
 constexpr mode_t outputMode = 0666;  // less the umask
 
 // Below this many files, waiting for each is faster than waiting for whatever else their disk has
 // to write.
 constexpr std::size_t fewFiles = 16;
-
-bool isHiddenName(std::string_view name) {
-  return name.size() == hiddenPrefix.size() + uuidLength + hiddenSuffix.size() && name.starts_with(hiddenPrefix) &&
-         name.ends_with(hiddenSuffix) &&
-         name.substr(hiddenPrefix.size(), uuidLength).find_first_not_of("0123456789abcdef-") == std::string_view::npos;
-}
-
-bool lock(int descriptor) {
-  return ::flock(descriptor, LOCK_EX | LOCK_NB) == 0;
-}
-
-// True while `name` still leads to the open file: a sweep may have come between its creation and
-// its lock.
-bool isStillNamed(int folder, const std::string& name, int descriptor) {
-  struct stat named{};
-  struct stat opened{};
-  return ::fstatat(folder, name.c_str(), &named, AT_SYMLINK_NOFOLLOW) == 0 && ::fstat(descriptor, &opened) == 0 &&
-         named.st_dev == opened.st_dev && named.st_ino == opened.st_ino;
-}
 
 std::error_code flushDescriptor(int descriptor) {
   return ::fsync(descriptor) == 0 ? std::error_code() : std::error_code(errno, std::generic_category());
@@ -62,29 +37,15 @@ bool canNameUnnamedFiles() {
   return canName;
 }
 
-void removeIfAbandoned(int folder, const char* name) {
+// A file, or a folder with all that is in it.
+void removeIfAbandoned(const OutputFolder& folder, const char* name) {
   struct stat status{};
-  const bool isFile = ::fstatat(folder, name, &status, AT_SYMLINK_NOFOLLOW) == 0 && S_ISREG(status.st_mode);
-  if (!isFile) return;
-  const FileDescriptor file(::openat(folder, name, O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
-  if (file && lock(file.number())) ::unlinkat(folder, name, 0);
-}
-
-// rename() that refuses to replace. Where the file system can't, a second link does the same; where
-// it has no links either (some network shares), the look before the rename leaves a gap that only
-// another program writing the very same name at the same moment could fall into.
-bool renameWithoutReplacing(int folder, const char* from, const char* to) {
-  if (::renameat2(folder, from, folder, to, RENAME_NOREPLACE) == 0) return true;
-  if (errno == EEXIST) return false;
-  if (errno != EINVAL && errno != ENOSYS) throwErrno("renameat2");
-  if (::linkat(folder, from, folder, to, 0) == 0) {
-    ::unlinkat(folder, from, 0);
-    return true;
-  }
-  if (errno == EEXIST) return false;
-  if (::faccessat(folder, to, F_OK, AT_SYMLINK_NOFOLLOW) == 0) return false;
-  if (::renameat(folder, from, folder, to) != 0) throwErrno("rename");
-  return true;
+  const bool isKnown = ::fstatat(folder.descriptor(), name, &status, AT_SYMLINK_NOFOLLOW) == 0 &&
+                       (S_ISREG(status.st_mode) || S_ISDIR(status.st_mode));
+  if (!isKnown) return;
+  const FileDescriptor found(::openat(folder.descriptor(), name, O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
+  std::error_code ignored;  // the next sweep tries again
+  if (found && lock(found)) std::filesystem::remove_all(folder.path() / name, ignored);
 }
 
 bool linkUnnamed(int descriptor, int folder, const char* name) {
@@ -113,7 +74,7 @@ void OutputFolder::sweepLeftovers() const {
   const std::unique_ptr<DIR, int (*)(DIR*)> listing(::opendir(path_.c_str()), &::closedir);
   if (!listing) return;
   while (const dirent* entry = ::readdir(listing.get())) {
-    if (isHiddenName(entry->d_name)) removeIfAbandoned(descriptor(), entry->d_name);
+    if (isHiddenName(entry->d_name)) removeIfAbandoned(*this, entry->d_name);
   }
 }
 
@@ -128,13 +89,13 @@ StagedFile StagedFile::create(std::shared_ptr<const OutputFolder> folder, Stagin
     if (!lacksUnnamedFiles(errno)) throwErrno("open unnamed file");
   }
   for (;;) {
-    std::string name = std::string(hiddenPrefix) + Uuid::random().text() + std::string(hiddenSuffix);
+    std::string name = hiddenName();
     FileDescriptor hidden(::openat(folder->descriptor(), name.c_str(), O_CREAT | O_EXCL | flags, outputMode));
     if (!hidden) throwErrno("open hidden file");
     // A file system without locks is one whose leftovers are taken for abandoned only by the next
     // run.
-    lock(hidden.number());
-    if (isStillNamed(folder->descriptor(), name, hidden.number())) {
+    lock(hidden);
+    if (isStillNamed(folder->descriptor(), name, hidden)) {
       return {std::move(folder), std::move(hidden), std::move(name)};
     }
   }
@@ -150,7 +111,7 @@ std::error_code StagedFile::flush() const {
 
 bool StagedFile::publishAs(const std::string& name) {
   if (hiddenName_.empty()) return linkUnnamed(descriptor(), folder_->descriptor(), name.c_str());
-  if (!renameWithoutReplacing(folder_->descriptor(), hiddenName_.c_str(), name.c_str())) return false;
+  if (!renameWithoutReplacing(folder_->descriptor(), hiddenName_, name)) return false;
   hiddenName_.clear();
   return true;
 }

@@ -4,8 +4,8 @@
 // A file in the making that nobody sees under its name until it is whole.
 //
 // Where the file system can, it has no name at all (O_TMPFILE), so that a program that is killed
-// leaves nothing behind. Elsewhere it is a hidden sibling, ".quirn-{uuid}.partial", locked while
-// its owner lives; sweepLeftovers() removes those that no living program holds.
+// leaves nothing behind. Elsewhere it is a hidden sibling (platform/hidden_name.h);
+// sweepLeftovers() removes those that no living program holds.
 
 #pragma once
 

@@ -15,15 +15,12 @@
 
 #include "core/reflection.h"
 #include "core/runner.h"
+#include "support/temporary_folder.h"
 
 namespace quirn::box {
 namespace fs = std::filesystem;
+using tests::contentOf;
 namespace {
-
-std::string contentOf(const fs::path& file) {
-  std::ifstream stream(file, std::ios::binary);
-  return {std::istreambuf_iterator<char>(stream), {}};
-}
 
 std::string errorOf(const RunOutcome& outcome) {
   try {
@@ -111,7 +108,7 @@ Ran runIn(Box& box, const OperationType& type, const std::vector<InputFile>& inp
       .status = context->currentStatus()};
   if (!ran.error.empty()) return ran;
   for (const OutputFile& output : outcome->result().outputs)
-    ran.outputs[output.url.filename().string()] = contentOf(output.url);
+    ran.outputs[output.url.filename().string()] = fs::is_directory(output.url) ? "a folder" : contentOf(output.url);
   for (const FileFailure& failure : outcome->result().failures) ran.failures[failure.fileName] = failure.message;
   ran.summary = outcome->result().summary.value_or("");
   return ran;

@@ -25,6 +25,18 @@ OperationInfo infoOf(std::string_view identifier) {
 
 constexpr std::int64_t mostBytes = 1 << 20;
 
+void makeEntry(const std::string& line, StagedFolder& folder) {
+  constexpr std::chrono::sys_seconds date{std::chrono::seconds(1'000'000'000)};
+  std::istringstream words(line);
+  std::string kind, name, rest;
+  words >> kind >> name >> rest;
+  if (kind == "folder") folder.makeFolder(name);
+  const std::string content = kind == "large" ? std::string(std::stoul(rest), 'x') : rest;
+  if (kind == "file" || kind == "large") folder.write(name, std::as_bytes(std::span(content)), date);
+  if (kind == "link" && !folder.link(name, rest)) folder.write("no " + name, {}, {});
+  if (kind == "drop") throw OperationError::unsupportedInput("Dropped.");
+}
+
 }  // namespace
 
 const OperationInfo& DecoderOperation::info() {
@@ -109,6 +121,29 @@ OperationResult MergeOperation::run(std::span<const InputFile> inputs, Operation
   result.outputs.front() = context.published(result.outputs.front());
   result.summary = fmt::format("Merged {} files.", files.size());
   return result;
+}
+
+const OperationInfo& UnpackOperation::info() {
+  static const OperationInfo info = infoOf("hostile.unpack");
+  return info;
+}
+
+const AcceptedInputs& UnpackOperation::accepts() {
+  static const AcceptedInputs accepts;
+  return accepts;
+}
+
+OutputFile UnpackOperation::processFile(const InputFile& input, OperationContext& context) const {
+  std::istringstream lines(context.open(input).readAll(mostBytes));
+  const auto folder = context.stageFolder(input, {input.stem(), "unpacked", ""});
+  try {
+    for (std::string line; std::getline(lines, line);) makeEntry(line, *folder);
+    folder->settle();
+  } catch (const EntryOutside& outside) {
+    folder->publish(OutputRole::primary);
+    throw OperationError::unsupportedInput("Outside: " + outside.name());
+  }
+  return folder->publish(OutputRole::primary);
 }
 
 }  // namespace quirn::hostile

@@ -48,4 +48,13 @@ class MergeOperation final : public QuirnOperation {
   OperationResult run(std::span<const InputFile> inputs, OperationContext& context) const override;
 };
 
+// Makes a folder of what the lines of its input say: "folder NAME", "file NAME CONTENT", "large NAME BYTES", "link NAME
+// TARGET", "publish"; "drop" leaves it unpublished. What was made stays when a line fails.
+class UnpackOperation final : public PerFileOperation {
+ public:
+  static const OperationInfo& info();
+  static const AcceptedInputs& accepts();
+  OutputFile processFile(const InputFile& input, OperationContext& context) const override;
+};
+
 }  // namespace quirn::hostile

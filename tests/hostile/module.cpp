@@ -10,4 +10,5 @@ void quirnRegisterModule(quirn::OperationRegistry& registry) {
   registry.registerOperation(quirn::OperationType::of<quirn::hostile::DecoderOperation>());
   registry.registerOperation(quirn::OperationType::of<quirn::hostile::EchoOperation>());
   registry.registerOperation(quirn::OperationType::of<quirn::hostile::MergeOperation>());
+  registry.registerOperation(quirn::OperationType::of<quirn::hostile::UnpackOperation>());
 }

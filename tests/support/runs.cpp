@@ -82,7 +82,10 @@ Neighbour BareContext::openNeighbour(const InputFile&, const std::filesystem::pa
 std::vector<InputFile> BareContext::enumerate(const InputFile&) {
   unreachable();
 }
-std::unique_ptr<StagedOutput> BareContext::stage(const InputFile&, std::string_view, std::string_view) {
+std::unique_ptr<StagedOutput> BareContext::stage(const InputFile&, const OutputNaming&) {
+  unreachable();
+}
+std::unique_ptr<StagedFolder> BareContext::stageFolder(const InputFile&, const OutputNaming&) {
   unreachable();
 }
 

@@ -46,8 +46,9 @@ class BareContext : public OperationContext {
   InputHandle open(const InputFile& input) override;
   Neighbour openNeighbour(const InputFile& input, const std::filesystem::path& name) override;
   std::vector<InputFile> enumerate(const InputFile& folder) override;
-  std::unique_ptr<StagedOutput> stage(const InputFile& input, std::string_view suffix,
-                                      std::string_view extension) override;
+  using OperationContext::stage;
+  std::unique_ptr<StagedOutput> stage(const InputFile& beside, const OutputNaming& naming) override;
+  std::unique_ptr<StagedFolder> stageFolder(const InputFile& beside, const OutputNaming& naming) override;
   void publishStaged() override {}
   OutputFile published(OutputFile output) override { return output; }
   void finish() override {}

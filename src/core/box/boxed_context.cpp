@@ -7,6 +7,8 @@
 #include <cstdlib>
 #include <stdexcept>
 
+#include "core/box/boxed_folder.h"
+#include "core/box/boxed_output.h"
 #include "core/operation_error.h"
 
 namespace quirn::box {
@@ -26,41 +28,17 @@ MessageWriter message(Ask kind) {
 
 }  // namespace
 
-class BoxedContext::Output final : public StagedOutput {
- public:
-  Output(BoxedContext& context, std::int64_t number, fs::path url, platform::FileDescriptor descriptor)
-      : context_(context), number_(number), url_(std::move(url)), descriptor_(std::move(descriptor)) {}
-  ~Output() override {
-    if (descriptor_) context_.note(message(Ask::discard).number(number_));
-  }
-  Output(const Output&) = delete;
-  Output& operator=(const Output&) = delete;
-
-  std::int64_t number() const { return number_; }
-  int descriptor() const override { return descriptor_.number(); }
-  const fs::path& url() const override { return url_; }
-  OutputFile publish(OutputRole role) override {
-    descriptor_ = platform::FileDescriptor();
-    return context_.publish(*this, role);
-  }
-
- private:
-  BoxedContext& context_;
-  std::int64_t number_;
-  fs::path url_;
-  platform::FileDescriptor descriptor_;
-};
-
 BoxedContext::BoxedContext(const platform::MessageSocket& messages, Request request)
     : OperationContext(request.total, std::move(request.outputDirectory)),
       messages_(messages),
+      isPerFile_(request.isPerFile),
       firstInput_(std::move(request.firstInput)) {
   std::int64_t number = 0;
   for (const InputFile& input : request.inputs) inputs_.emplace(input.url, number++);
 }
 
 InputHandle BoxedContext::open(const InputFile& input) {
-  const std::int64_t number = numberOf(input);
+  const std::int64_t number = numberOf(input.url);
   if (auto opened = number == 0 ? takeFirstInput() : platform::FileDescriptor())
     return {platform::ReadableFile::of(std::move(opened)), input.url};
   Answer answer = ask(message(Ask::open).number(number), Tell::opened);
@@ -73,7 +51,7 @@ platform::FileDescriptor BoxedContext::takeFirstInput() {
 }
 
 Neighbour BoxedContext::openNeighbour(const InputFile& input, const fs::path& name) {
-  Answer answer = ask(message(Ask::neighbour).number(numberOf(input)).text(name.native()), Tell::neighbour);
+  Answer answer = ask(message(Ask::neighbour).number(numberOf(input.url)).text(name.native()), Tell::neighbour);
   MessageReader reader = answer.reader();
   const auto place = reader.choice<Neighbour::Place>();
   if (place != Neighbour::Place::here) return {place, std::nullopt};
@@ -82,36 +60,54 @@ Neighbour BoxedContext::openNeighbour(const InputFile& input, const fs::path& na
 
 std::vector<InputFile> BoxedContext::enumerate(const InputFile& folder) {
   const std::scoped_lock guard(asking_);
-  const Answer answer = ask(message(Ask::enumerate).number(numberOf(folder)), Tell::listed);
+  Answer answer = ask(message(Ask::enumerate).number(numberOf(folder.url)), Tell::listed);
   MessageReader reader = answer.reader();
   const std::int64_t count = reader.number();
   std::int64_t number = reader.number();
   std::vector<InputFile> files;
   for (std::int64_t i = 0; i < count; ++i) {
-    const Answer next = hear();
-    MessageReader file = next.reader();
-    if (file.choice<Tell>() != Tell::input) leave();
-    files.push_back(readInputFile(file));
+    if (reader.isAtEnd()) {
+      answer = hear();
+      reader = answer.reader();
+    }
+    if (reader.choice<Tell>() != Tell::input) leave();
+    files.push_back(readInputFile(reader, [this](const fs::path& file) { return typeOf(file); }));
     const std::scoped_lock inner(mutex_);
     inputs_.emplace(files.back().url, number++);
   }
   return files;
 }
 
-std::unique_ptr<StagedOutput> BoxedContext::stage(const InputFile& input, std::string_view suffix,
-                                                  std::string_view extension) {
-  Answer answer = ask(message(Ask::stage).number(numberOf(input)).text(suffix).text(extension), Tell::staged);
-  MessageReader reader = answer.reader();
-  const std::int64_t number = reader.number();
-  return std::make_unique<Output>(*this, number, std::string(reader.text()), std::move(answer.descriptor));
+std::string BoxedContext::typeOf(const fs::path& input) {
+  return std::string(ask(message(Ask::typeOf).number(numberOf(input)), Tell::done).reader().text());
 }
 
-OutputFile BoxedContext::publish(const Output& output, OutputRole role) {
-  note(message(Ask::publish).number(output.number()).choice(role));
-  OutputFile file{platform::Uuid::random(), output.url(), role};
+MessageWriter BoxedContext::messageFor(Ask kind, const InputFile& beside, const OutputNaming& naming) const {
+  return std::move(message(kind).number(numberOf(beside.url)).text(naming.stem).text(naming.suffix).text(naming.extension));
+}
+
+std::unique_ptr<StagedFolder> BoxedContext::stageFolder(const InputFile& beside, const OutputNaming& naming) {
+  const Answer answer = ask(messageFor(Ask::stageFolder, beside, naming), Tell::staged);
+  MessageReader reader = answer.reader();
+  const std::int64_t number = reader.number();
+  return std::make_unique<BoxedFolder>(*this, number, std::string(reader.text()));
+}
+
+std::unique_ptr<StagedOutput> BoxedContext::stage(const InputFile& beside, const OutputNaming& naming) {
+  // Those of several outputs are told apart by their names before the run has ended.
+  using enum BoxedOutput::Staging;
+  return std::make_unique<BoxedOutput>(*this, beside, naming, isPerFile_ ? whenNeeded : atOnce);
+}
+
+OutputFile BoxedContext::publishFolder(std::int64_t number, OutputRole role) {
+  const Answer answer = ask(message(Ask::publishFolder).number(number).choice(role), Tell::done);
+  return remember(number, {platform::Uuid::random(), std::string(answer.reader().text()), role});
+}
+
+OutputFile BoxedContext::remember(std::int64_t number, OutputFile output) {
   const std::scoped_lock guard(mutex_);
-  outputs_.emplace(file.id, output.number());
-  return file;
+  outputs_.emplace(output.id, number);
+  return output;
 }
 
 void BoxedContext::publishStaged() {
@@ -139,10 +135,10 @@ MessageWriter BoxedContext::namedIn(Ask kind, const OutputFile& output) const {
   return std::move(message(kind).number(found->second));
 }
 
-std::int64_t BoxedContext::numberOf(const InputFile& input) const {
+std::int64_t BoxedContext::numberOf(const fs::path& input) const {
   const std::scoped_lock guard(mutex_);
-  const auto found = inputs_.find(input.url);
-  if (found == inputs_.end()) throw OperationError::readFailed(input.url, "Not an input of this run.");
+  const auto found = inputs_.find(input);
+  if (found == inputs_.end()) throw OperationError::readFailed(input, "Not an input of this run.");
   return found->second;
 }
 
@@ -176,6 +172,7 @@ BoxedContext::Answer BoxedContext::ask(const MessageWriter& question, Tell expec
   MessageReader reader = answer.reader();
   const auto kind = reader.choice<Tell>();
   if (kind == Tell::failed) throw readError(reader);
+  if (kind == Tell::outside) throw EntryOutside(std::string(reader.text()));
   if (kind == Tell::cancelled) throw CancellationError();
   if (kind != expected) leave();
   answer.bytes.erase(0, sizeof(std::int64_t));

@@ -7,12 +7,14 @@
 #include <limits>
 
 #include "platform/file_status.h"
+#include "platform/message_socket.h"
 
 namespace quirn::box {
 namespace fs = std::filesystem;
 namespace {
 
 constexpr std::size_t mostOpenOutputs = 64;
+constexpr std::size_t mostOpenFolders = 4;
 constexpr std::size_t longestNamePart = 255;     // bytes
 constexpr std::size_t mostBytesTold = 64 << 20;  // of failures
 constexpr std::size_t mostEnumerations = 4;      // of each input
@@ -57,8 +59,9 @@ void Grant::take(std::string_view bytes, const Send& send) {
   MessageReader message(bytes);
   do {
     if (hasEnded()) throw OutsideGrant();
-    ++messageCount_;
     const auto kind = message.choice<Ask>();
+    // What goes into a folder is counted there.
+    if (kind != Ask::makeFolder && kind != Ask::writeFile && kind != Ask::beginFile) ++messageCount_;
     if (!answer(kind, message, send) && !note(kind, message) && !end(kind, message)) throw OutsideGrant();
   } while (!message.isAtEnd());
 }
@@ -79,6 +82,7 @@ std::int64_t Grant::outputLimit() const {
 std::int64_t Grant::bytesStaged() const {
   std::int64_t bytes = 0;
   for (const auto& [number, output] : staged_) bytes += sizeOf(*output);
+  for (const auto& [number, folder] : folders_) bytes += folder.bytes();
   return bytes;
 }
 
@@ -87,21 +91,38 @@ void Grant::checkOutputs() const {
 }
 
 std::int64_t Grant::signOfLife() const {
-  return steps_ + bytesPublished_ + bytesStaged();
+  std::int64_t entries = 0;
+  for (const auto& [number, folder] : folders_) entries += folder.entryCount();
+  return steps_ + bytesPublished_ + bytesStaged() + entries;
 }
 
 // The questions. An error of the answer is the worker's to deal with.
 bool Grant::answer(Ask kind, MessageReader& question, const Send& send) {
-  const bool isQuestion = kind == Ask::open || kind == Ask::neighbour || kind == Ask::enumerate || kind == Ask::stage ||
-                          kind == Ask::publishStaged || kind == Ask::published;
-  if (!isQuestion) return false;
+  if (kind < Ask::open || kind > Ask::published) return false;
   ++steps_;
   try {
     switch (kind) {
       case Ask::open: open(question, send); break;
       case Ask::neighbour: openNeighbour(question, send); break;
       case Ask::enumerate: enumerate(question, send); break;
+      case Ask::typeOf: send(message(Tell::done).text(readInput(question).contentType.mimeType()), -1); break;
       case Ask::stage: stage(question, send); break;
+      case Ask::stageFolder: stageFolder(question, send); break;
+      case Ask::publishFolder: publishFolder(question, send); break;
+      case Ask::beginFile: {
+        FolderGrant& folder = readFolder(question);
+        send(message(Tell::opened), folder.beginFile(question));
+        break;
+      }
+      case Ask::link: {
+        FolderGrant& folder = readFolder(question);
+        send(message(Tell::linked).number(folder.link(question)), -1);
+        break;
+      }
+      case Ask::settle:
+        readFolder(question).settle();
+        send(message(Tell::done).text(""), -1);
+        break;
       case Ask::publishStaged:
         if (type_.isPerFile()) throw OutsideGrant();
         context_.publishStaged();
@@ -117,6 +138,8 @@ bool Grant::answer(Ask kind, MessageReader& question, const Send& send) {
     MessageWriter failed = message(Tell::failed);
     write(failed, error);
     send(failed, -1);
+  } catch (const EntryOutside& outside) {
+    send(message(Tell::outside).text(cutText(outside.name())), -1);
   } catch (const CancellationError&) {
     send(message(Tell::cancelled), -1);
   }
@@ -149,13 +172,15 @@ void Grant::enumerate(MessageReader& question, const Send& send) {
   if (std::ssize(inputs_) + std::ssize(files) > limitOf(Budget::entries))
     throw breachOf(Budget::entries, folder.fileName());
   const bool isFirst = enumerated_.insert(folder.url).second;
-  send(message(Tell::listed).number(std::ssize(files)).number(std::ssize(inputs_)), -1);
+  MessageWriter answer = message(Tell::listed).number(std::ssize(files)).number(std::ssize(inputs_));
   for (const InputFile& file : files) {
     MessageWriter input = message(Tell::input);
     write(input, file);
-    send(input, -1);
+    if (answer.bytes().size() + input.bytes().size() > platform::longestMessage) send(std::exchange(answer, {}), -1);
+    answer.append(input);
     if (isFirst) bytesIn_ = saturatedSum(bytesIn_, file);
   }
+  send(answer, -1);
   inputs_.insert(inputs_.end(), files.begin(), files.end());
 }
 
@@ -166,27 +191,81 @@ bool Grant::isPlainName(std::string_view part, const InputFile& input) const {
   return std::ranges::none_of(part, isControl) || input.fileName().find(part) != std::string::npos;
 }
 
+OutputNaming Grant::readNaming(MessageReader& message, const InputFile& input) const {
+  OutputNaming naming;
+  for (std::string* const part : {&naming.stem, &naming.suffix, &naming.extension}) {
+    *part = message.text();
+    if (!isPlainName(*part, input)) throw OutsideGrant();
+  }
+  // Hidden files are made beside hidden files alone.
+  const bool isHidden = naming.stem.empty() || naming.stem.starts_with('.');
+  if (isHidden && !input.fileName().starts_with('.')) throw OutsideGrant();
+  return naming;
+}
+
 void Grant::stage(MessageReader& question, const Send& send) {
   const InputFile& input = readInput(question);
-  const std::string_view suffix = question.text();
-  const std::string_view extension = question.text();
-  if (!isPlainName(suffix, input) || !isPlainName(extension, input)) throw OutsideGrant();
+  const OutputNaming naming = readNaming(question, input);
   if (stagedCount_ >= limits_.outputs) throw breachOf(Budget::outputs, name_);
   if (staged_.size() >= mostOpenOutputs)
     throw OperationError::engineFailed("writing", "Too many outputs are open at once.");
-  auto output = context_.stage(input, suffix, extension);
+  auto output = context_.stage(input, naming);
   send(message(Tell::staged).number(stagedCount_).text(output->url().native()), output->descriptor());
   staged_.emplace(stagedCount_++, std::move(output));
+}
+
+void Grant::stageFolder(MessageReader& question, const Send& send) {
+  const InputFile& input = readInput(question);
+  const OutputNaming naming = readNaming(question, input);
+  if (stagedCount_ >= limits_.outputs) throw breachOf(Budget::outputs, name_);
+  if (folders_.size() >= mostOpenFolders)
+    throw OperationError::engineFailed("writing", "Too many folders are open at once.");
+  FolderGrant folder(context_.stageFolder(input, naming));
+  send(message(Tell::staged).number(stagedCount_).text(folder.url().native()), -1);
+  folders_.emplace(stagedCount_++, std::move(folder));
+}
+
+FolderGrant& Grant::readFolder(MessageReader& message) {
+  const auto found = folders_.find(message.number());
+  if (found == folders_.end()) throw OutsideGrant();
+  checkEntries(found->second);
+  return found->second;
+}
+
+void Grant::checkEntries(const FolderGrant& folder) const {
+  if (folder.entryCount() > limitOf(Budget::entries)) throw breachOf(Budget::entries, name_);
+}
+
+void Grant::publishFolder(MessageReader& question, const Send& send) {
+  checkOutputs();
+  const std::int64_t number = MessageReader(question).number();
+  FolderGrant& folder = readFolder(question);
+  const auto role = question.choice<OutputRole>();
+  const std::int64_t bytes = folder.bytes();
+  const OutputFile output = folder.publish(role);
+  folders_.erase(number);
+  bytesPublished_ += bytes;
+  published_.emplace(number, output);
+  send(message(Tell::done).text(output.url.native()), -1);
 }
 
 // What the worker tells without being answered.
 bool Grant::note(Ask kind, MessageReader& message) {
   switch (kind) {
     case Ask::publish: publish(message); return true;
+    case Ask::publishWhole: publishWhole(message); return true;
     case Ask::discard: takeStaged(message); return true;
+    case Ask::discardFolder: {
+      const std::int64_t number = message.number();
+      if (folders_.erase(number) == 0) throw OutsideGrant();
+      return true;
+    }
+    case Ask::makeFolder: readFolder(message).makeFolder(message); return true;
+    case Ask::writeFile: readFolder(message).writeFile(message); return true;
     case Ask::state: noteState(message); return true;
     case Ask::output: {
       const std::int64_t number = message.number();
+      if (fault_) return true;
       const auto output = published_.find(number);
       if (output == published_.end() || !listed_.insert(number).second) throw OutsideGrant();
       result_.outputs.push_back(output->second);
@@ -219,8 +298,36 @@ void Grant::publish(MessageReader& message) {
   const auto output = takeStaged(message);
   const auto role = message.choice<OutputRole>();
   bytesPublished_ += sizeOf(*output);
-  published_.emplace(number, output->publish(role));
+  keepingFault([&] { published_.emplace(number, output->publish(role)); });
   ++steps_;
+}
+
+void Grant::publishWhole(MessageReader& message) {
+  checkOutputs();
+  const InputFile& input = readInput(message);
+  const OutputNaming naming = readNaming(message, input);
+  const std::int64_t number = message.number();
+  const auto role = message.choice<OutputRole>();
+  const std::string_view content = message.text();
+  if (number >= 0 || published_.contains(number)) throw OutsideGrant();
+  if (++wholeCount_ + stagedCount_ > limits_.outputs) throw breachOf(Budget::outputs, name_);
+  bytesPublished_ += std::ssize(content);
+  keepingFault([&] {
+    const auto output = context_.stage(input, naming);
+    output->write(content);
+    published_.emplace(number, output->publish(role));
+  });
+  ++steps_;
+}
+
+// What an unanswered message ran into is how the request ends; the worker is not to blame.
+template <class Step>
+void Grant::keepingFault(Step step) {
+  try {
+    step();
+  } catch (const OperationError& error) {
+    if (!fault_) fault_ = error;
+  }
 }
 
 // Where each file is a unit, the driver counts; a worker's own units are no more than a sign of life then.
@@ -258,6 +365,10 @@ void Grant::requireStop() const {
 bool Grant::end(Ask kind, MessageReader& message) {
   switch (kind) {
     case Ask::finished: {
+      if (fault_) {
+        ending_ = explained(*fault_);
+        return true;
+      }
       const bool hasSummary = message.number(1) == 1;
       const std::string summary(message.text(longestText));
       if (type_.isPerFile() && result_.outputs.size() != 1) throw OutsideGrant();

@@ -19,6 +19,7 @@
 #include <variant>
 #include <vector>
 
+#include "core/box/folder_grant.h"
 #include "core/box/message.h"
 #include "core/box/protocol.h"
 #include "core/budgets.h"
@@ -85,6 +86,7 @@ class Grant {
 
   const InputFile& readInput(MessageReader& message) const;
   std::unique_ptr<StagedOutput> takeStaged(MessageReader& message);
+  FolderGrant& readFolder(MessageReader& message);
   std::int64_t bytesStaged() const;
   bool isPlainName(std::string_view part, const InputFile& input) const;
 
@@ -95,8 +97,15 @@ class Grant {
   void open(MessageReader& message, const Send& send);
   void openNeighbour(MessageReader& message, const Send& send);
   void enumerate(MessageReader& message, const Send& send);
+  OutputNaming readNaming(MessageReader& message, const InputFile& input) const;
   void stage(MessageReader& message, const Send& send);
+  void stageFolder(MessageReader& message, const Send& send);
+  void publishFolder(MessageReader& message, const Send& send);
+  void checkEntries(const FolderGrant& folder) const;
   void publish(MessageReader& message);
+  void publishWhole(MessageReader& message);
+  template <class Step>
+  void keepingFault(Step step);
   void noteState(MessageReader& message);
   void requireStop() const;
   OperationError explained(OperationError error) const;
@@ -114,7 +123,9 @@ class Grant {
 
   std::int64_t messageCount_ = 0;
   std::int64_t stagedCount_ = 0;
+  std::int64_t wholeCount_ = 0;
   std::map<std::int64_t, std::unique_ptr<StagedOutput>> staged_;
+  std::map<std::int64_t, FolderGrant> folders_;
   std::map<std::int64_t, OutputFile> published_;
   std::int64_t bytesPublished_ = 0;
   bool wasFull_ = false;  // an output has reached its limit
@@ -126,6 +137,7 @@ class Grant {
   std::int64_t reads_ = -1;
   OperationResult result_;
   std::set<std::int64_t> listed_;  // outputs of result_
+  std::optional<OperationError> fault_;  // of an output; what the request will end with
   std::optional<Ending> ending_;
 };
 

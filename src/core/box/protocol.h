@@ -8,11 +8,14 @@
 #pragma once
 
 #include <cstdint>
+#include <filesystem>
+#include <functional>
 #include <string>
 
 #include "core/box/message.h"
 #include "core/input_file.h"
 #include "core/operation_error.h"
+#include "core/staged_folder.h"
 
 namespace quirn::box {
 
@@ -29,9 +32,11 @@ enum class Tell {
   opened,     // with a descriptor
   neighbour,  // place, location; with a descriptor if it is here
   listed,     // how many "input" messages follow, number of the first
-  staged,     // number, location; with a descriptor
-  done,       // a location, where the question was for one
+  staged,     // number, location; with a descriptor if it is no folder
+  linked,     // whether the link was made
+  done,       // a location or a type, where the question was for one
   failed,     // an error
+  outside,    // the name that leads out of a folder output
   cancelled,
 };
 
@@ -43,14 +48,24 @@ enum class Ask {
   open,           // number of an input
   neighbour,      // number of an input, name
   enumerate,      // number of an input
-  stage,          // number of an input, suffix, extension
+  typeOf,         // number of an input
+  stage,          // number of an input, stem, suffix, extension
+  stageFolder,    // the same
+  beginFile,      // number of an output, name, date
+  link,           // number of an output, name, target
+  settle,         // number of an output
+  publishFolder,  // number of an output, role
   publishStaged,  // -
   published,      // number of an output
 
   // Not answered.
-  publish,  // number of an output, role
-  discard,  // number of an output
-  state,    // status, total, completed, signs of life
+  publish,        // number of an output, role
+  publishWhole,   // number of an input, stem, suffix, extension; number of an output, role, content
+  discard,        // number of an output
+  discardFolder,  // number of an output
+  makeFolder,     // number of an output, name
+  writeFile,      // number of an output, name, date, content
+  state,          // status, total, completed, signs of life
 
   // How the request ended; "finished", "failed", "cancelled" and "fault" are the last message of a request.
   output,    // number of an output
@@ -70,7 +85,12 @@ inline constexpr std::size_t longestText = 16 << 10;
 std::string_view cutText(std::string_view text);
 
 void write(MessageWriter& message, const InputFile& input);
-InputFile readInputFile(MessageReader& message);
+// `typeOf` is asked for the type of a file if the program doesn't know it yet and the operation wants it.
+using TypeOf = std::function<std::string(const std::filesystem::path&)>;
+InputFile readInputFile(MessageReader& message, const TypeOf& typeOf);
+
+void write(MessageWriter& message, StagedFolder::Date date);
+StagedFolder::Date readDate(MessageReader& message);
 
 void write(MessageWriter& message, const OperationError& error);
 OperationError readError(MessageReader& message);

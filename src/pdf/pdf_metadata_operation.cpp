@@ -1,0 +1,41 @@
+// SPDX-FileCopyrightText: Quirn contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "pdf/pdf_metadata_operation.h"
+
+#include <fmt/format.h>
+
+#include "pdf/pdf_files.h"
+#include "platform/text.h"
+
+namespace quirn {
+namespace {
+
+std::vector<std::string> keywordsOf(std::string_view text) {
+  std::vector<std::string> keywords;
+  while (!text.empty()) {
+    const std::size_t comma = text.find(',');
+    if (const auto keyword = platform::trimmed(text.substr(0, comma)); !keyword.empty()) keywords.emplace_back(keyword);
+    text.remove_prefix(comma == std::string_view::npos ? text.size() : comma + 1);
+  }
+  return keywords;
+}
+
+}  // namespace
+
+OperationResult PDFMetadataOperation::runWith(std::span<const InputFile> inputs, const PDFMetadataConfig& config,
+                                              OperationContext& context) const {
+  if (inputs.empty()) throw OperationError::unsupportedInput("Metadata needs a single PDF.");
+  const InputFile& input = inputs.front();
+  platform::PDFDocument document = openUnlockedPDF(input, context);
+  document.setAttributes({.title = config.title,
+                          .author = config.author,
+                          .subject = config.subject,
+                          .keywords = keywordsOf(config.keywords)});
+  OperationResult result;
+  result.outputs.push_back(writePDF(document, input, "metadata", context));
+  result.summary = fmt::format("Updated metadata for {}.", input.fileName());
+  return result;
+}
+
+}  // namespace quirn
