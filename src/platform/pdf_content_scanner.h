@@ -10,6 +10,7 @@
 #include <array>
 #include <cstddef>
 #include <optional>
+#include <span>
 #include <string_view>
 
 #include "platform/pdf_geometry.h"
@@ -24,8 +25,9 @@ class PDFContentScanner {
   // The next operator, "BI" standing for a whole inline image; nothing at the end.
   std::optional<std::string_view> next();
 
-  // Of the operator that next() gave: its six numbers, if it has so many; and the last name before it, without its
-  // slash and with its escapes as they stand.
+  // Of the operator that next() gave: its numbers, the last six at most; the same as a matrix, if there are six; and
+  // the last name before it, without its slash and with its escapes as they stand.
+  std::span<const double> numbers() const { return std::span(numbers_).first(numberCount_); }
   std::optional<PDFMatrix> matrix() const;
   std::string_view name() const { return name_; }
 
