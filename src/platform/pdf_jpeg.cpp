@@ -125,7 +125,7 @@ std::string encodedJPEG(const PDFSamples& samples, int quality) {
   const int subsampling = samples.components == 1 ? TJSAMP_GRAY : TJSAMP_420;
   const int result = tjCompress2(codec.get(), bytesOf(samples.bytes), static_cast<int>(samples.size.width), 0,
                                  static_cast<int>(samples.size.height), pixelFormatOf(samples.components), &bytes,
-                                 &count, subsampling, quality, 0);
+                                 &count, subsampling, quality, TJFLAG_PROGRESSIVE);
   const std::unique_ptr<unsigned char, Freeing> owner(bytes);
   if (result != 0) throw std::runtime_error(tjGetErrorStr2(codec.get()));
   return {reinterpret_cast<const char*>(bytes), count};
