@@ -31,7 +31,6 @@ constexpr Identity identities[] = {
     {"image.ocr", "Extract Text (OCR)", "text.viewfinder", image, "ocr; extract text; recognize text; image to text; read text"},
     {"image.to-pdf", "Images → PDF", "photo.on.rectangle", image, "images to pdf; combine images; jpg to pdf; png to pdf; photos to pdf"},
     {"pdf.to-images", "PDF → Images", "photo.stack", pdf, "pdf to images; pdf to png; pdf to jpg; export pages; rasterize pdf"},
-    {"pdf.bookmarks", "Edit PDF Bookmarks", "bookmark", pdf, "pdf bookmarks; outline; table of contents; toc"},
     {"pdf.watermark", "Watermark PDF", "drop", pdf, "watermark; stamp pdf; draft; confidential"},
     {"pdf.page-numbers", "Add Page Numbers", "number", pdf, "page numbers; bates; numbering; header footer"},
     {"pdf.flatten", "Flatten PDF", "square.stack.3d.down.right", pdf, "flatten; flatten forms; bake annotations; merge layers"},

@@ -8,7 +8,8 @@ namespace quirn {
 
 Panel PDFSplitConfig::panel() {
   using enum Mode;
-  return {choice<&PDFSplitConfig::mode>("Split mode", {{everyN, "Every N pages"}, {ranges, "Ranges"}}),
+  return {countFact<&PDFSplitConfig::pageCount>("page", "pages"),
+          choice<&PDFSplitConfig::mode>("Split mode", {{everyN, "Every N pages"}, {ranges, "Ranges"}}),
           stepper<&PDFSplitConfig::pagesPerChunk>(
               "Pages per file", {.legal = {0, 100'000}, .suggested = Range{1, 100}, .unit = "pages per file"})
               .shownWhen<PDFSplitConfig>([](const PDFSplitConfig& config) { return config.mode == everyN; }),
