@@ -65,7 +65,8 @@ Ran runOperation(const OperationType& type, std::vector<InputFile> inputs,
   platform::PlainMainQueue queue;
   std::optional<Ran> ran;
   const auto completion = [&](const RunOutcome& outcome) { ran = resultOf(outcome); };
-  const OperationRunner runner(queue);
+  static box::Box box(QUIRN_PROGRAM);
+  const OperationRunner runner(queue, box);
   const auto deadline = steady_clock::now() + std::chrono::minutes(1);
   const Run run = config == nullptr ? runner.run(type, std::move(inputs), context, completion)
                                     : runner.runConfigured(type, std::move(inputs), *config, context, completion);
