@@ -103,6 +103,9 @@ class Grant {
   void publishFolder(MessageReader& message, const Send& send);
   void checkEntries(const FolderGrant& folder) const;
   void publish(MessageReader& message);
+  void publishWhole(MessageReader& message);
+  template <class Step>
+  void keepingFault(Step step);
   void noteState(MessageReader& message);
   void requireStop() const;
   OperationError explained(OperationError error) const;
@@ -120,6 +123,7 @@ class Grant {
 
   std::int64_t messageCount_ = 0;
   std::int64_t stagedCount_ = 0;
+  std::int64_t wholeCount_ = 0;
   std::map<std::int64_t, std::unique_ptr<StagedOutput>> staged_;
   std::map<std::int64_t, FolderGrant> folders_;
   std::map<std::int64_t, OutputFile> published_;
@@ -133,6 +137,7 @@ class Grant {
   std::int64_t reads_ = -1;
   OperationResult result_;
   std::set<std::int64_t> listed_;  // outputs of result_
+  std::optional<OperationError> fault_;  // of an output; what the request will end with
   std::optional<Ending> ending_;
 };
 

@@ -8,6 +8,8 @@
 #pragma once
 
 #include <cstdint>
+#include <filesystem>
+#include <functional>
 #include <string>
 
 #include "core/box/message.h"
@@ -32,7 +34,7 @@ enum class Tell {
   listed,     // how many "input" messages follow, number of the first
   staged,     // number, location; with a descriptor if it is no folder
   linked,     // whether the link was made
-  done,       // a location, where the question was for one
+  done,       // a location or a type, where the question was for one
   failed,     // an error
   outside,    // the name that leads out of a folder output
   cancelled,
@@ -46,6 +48,7 @@ enum class Ask {
   open,           // number of an input
   neighbour,      // number of an input, name
   enumerate,      // number of an input
+  typeOf,         // number of an input
   stage,          // number of an input, stem, suffix, extension
   stageFolder,    // the same
   beginFile,      // number of an output, name, date
@@ -57,6 +60,7 @@ enum class Ask {
 
   // Not answered.
   publish,        // number of an output, role
+  publishWhole,   // number of an input, stem, suffix, extension; number of an output, role, content
   discard,        // number of an output
   discardFolder,  // number of an output
   makeFolder,     // number of an output, name
@@ -81,7 +85,9 @@ inline constexpr std::size_t longestText = 16 << 10;
 std::string_view cutText(std::string_view text);
 
 void write(MessageWriter& message, const InputFile& input);
-InputFile readInputFile(MessageReader& message);
+// `typeOf` is asked for the type of a file if the program doesn't know it yet and the operation wants it.
+using TypeOf = std::function<std::string(const std::filesystem::path&)>;
+InputFile readInputFile(MessageReader& message, const TypeOf& typeOf);
 
 void write(MessageWriter& message, StagedFolder::Date date);
 StagedFolder::Date readDate(MessageReader& message);

@@ -70,7 +70,6 @@ class Listener {
 // What a worker is asked to do.
 struct Work {
   std::uint32_t serial = 0;
-  bool isPerFile = false;
   std::string operationID;
   BoxedContext::Request request;
   std::vector<std::pair<std::string, std::string>> settings;
@@ -88,6 +87,7 @@ class Worker {
       work.request.firstInput = std::move(begin->descriptor);
       const std::vector<InputFile> inputs = work.request.inputs;
       BoxedContext context(messages_, std::move(work.request));
+      context_ = &context;
       listener_.attend(&context, work.serial);
       const MessageWriter ending = endingOf(work, inputs, context);
       listener_.attend(nullptr, work.serial);
@@ -112,7 +112,7 @@ class Worker {
     Work work;
     take(Tell::begin);
     work.serial = static_cast<std::uint32_t>(message.number());
-    work.isPerFile = message.number(1) == 1;
+    work.request.isPerFile = message.number(1) == 1;
     work.operationID = message.text();
     if (const std::string folder(message.text()); !folder.empty()) work.request.outputDirectory = folder;
     work.request.total = message.number();
@@ -120,7 +120,7 @@ class Worker {
     const std::int64_t settings = message.number();
     for (std::int64_t i = 0; i < inputs; ++i) {
       take(Tell::input);
-      work.request.inputs.push_back(readInputFile(message));
+      work.request.inputs.push_back(readInputFile(message, typeOf_));
     }
     for (std::int64_t i = 0; i < settings; ++i) {
       take(Tell::setting);
@@ -148,7 +148,7 @@ class Worker {
   static OperationResult run(const OperationType& type, const Work& work, const std::vector<InputFile>& inputs,
                              BoxedContext& context) {
     const auto config = configOf(type, work);
-    if (work.isPerFile) return {{type.processFile(inputs.at(0), *config, context)}, std::nullopt, {}};
+    if (type.isPerFile()) return {{type.processFile(inputs.at(0), *config, context)}, std::nullopt, {}};
     const auto operation = type.make();
     if (const auto* configurable = dynamic_cast<const AnyConfigurableOperation*>(operation.get()))
       return configurable->runConfigured(inputs, *config, context);
@@ -184,6 +184,8 @@ class Worker {
   const OperationRegistry* ofModule_;
   const platform::MessageSocket& messages_;
   Listener listener_;
+  BoxedContext* context_ = nullptr;  // of the request that is served
+  TypeOf typeOf_ = [this](const std::filesystem::path& file) { return context_->typeOf(file); };
 };
 
 }  // namespace
