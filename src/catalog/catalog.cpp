@@ -8,6 +8,7 @@
 #include "catalog/unbuilt.h"
 #include "documents/hash_files_operation.h"
 #include "documents/verify_checksums_operation.h"
+#include "pdf/pdf_bookmarks_operation.h"
 #include "pdf/pdf_compress_operation.h"
 #include "pdf/pdf_crop_operation.h"
 #include "pdf/pdf_delete_annotations_operation.h"
@@ -73,7 +74,7 @@ constexpr Row rows[] = {
     unbuilt("image.to-pdf"),
     unbuilt("pdf.to-images"),
     inModule<PDFMetadataOperation>(),
-    unbuilt("pdf.bookmarks"),
+    inModule<PDFBookmarksOperation>(),
     inModule<PDFEncryptOperation>(),
     inModule<PDFUnlockOperation>(),
     inModule<PDFWatermarkOperation>(),

@@ -31,7 +31,6 @@ constexpr Identity identities[] = {
     {"image.ocr", "Extract Text (OCR)", "text.viewfinder", image, "ocr; extract text; recognize text; image to text; read text"},
     {"image.to-pdf", "Images → PDF", "photo.on.rectangle", image, "images to pdf; combine images; jpg to pdf; png to pdf; photos to pdf"},
     {"pdf.to-images", "PDF → Images", "photo.stack", pdf, "pdf to images; pdf to png; pdf to jpg; export pages; rasterize pdf"},
-    {"pdf.bookmarks", "Edit PDF Bookmarks", "bookmark", pdf, "pdf bookmarks; outline; table of contents; toc"},
     {"pdf.sign", "Sign PDF", "signature", pdf, "sign pdf; signature; add signature"},
     {"pdf.fill-forms", "Fill PDF Form", "list.bullet.rectangle", pdf, "fill form; acroform; fill pdf; form fields"},
     {"pdf.annotate", "Annotate PDF", "pencil.tip", pdf, "annotate; markup; draw on pdf; highlight; pen"},

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
 #include "core/registry.h"
+#include "pdf/pdf_bookmarks_operation.h"
 #include "pdf/pdf_compress_operation.h"
 #include "pdf/pdf_crop_operation.h"
 #include "pdf/pdf_delete_annotations_operation.h"
@@ -21,6 +22,7 @@ extern "C" [[gnu::visibility("default")]] void quirnRegisterModule(quirn::Operat
 
 void quirnRegisterModule(quirn::OperationRegistry& registry) {
   using namespace quirn;
+  registry.registerOperation(OperationType::of<PDFBookmarksOperation>());
   registry.registerOperation(OperationType::of<PDFDeleteAnnotationsOperation>());
   registry.registerOperation(OperationType::of<PDFCompressOperation>());
   registry.registerOperation(OperationType::of<PDFCropOperation>());

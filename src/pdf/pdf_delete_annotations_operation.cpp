@@ -11,7 +11,7 @@ namespace quirn {
 
 OutputFile PDFDeleteAnnotationsOperation::processFile(const InputFile& input, OperationContext& context) const {
   platform::PDFDocument document = openUnlockedPDF(input, context);
-  document.removeAnnotations();
+  guardedRead(input, [&] { document.removeAnnotations(); });
   OutputFile output = writePDF(document, input, "clean", context);
   context.setStatus(fmt::format("Cleaned {}", input.fileName()));
   return output;

@@ -26,14 +26,19 @@ OperationError readError(const PDFError& error, const InputFile& input) {
   return OperationError::readFailed(input.url, "Not a readable PDF");
 }
 
-PDFDocument openPDF(const InputFile& input, OperationContext& context, const std::string& password) {
+void guardedRead(const InputFile& input, const std::function<void()>& work) {
   try {
-    PDFDocument document(context.open(input).takeFile(), password);
-    if (std::cmp_greater(document.pageCount(), limitOf(Budget::pages))) throw breachOf(Budget::pages, input.fileName());
-    return document;
+    work();
   } catch (const PDFError& error) {
     throw readError(error, input);
   }
+}
+
+PDFDocument openPDF(const InputFile& input, OperationContext& context) {
+  PDFDocument document;
+  guardedRead(input, [&] { document = PDFDocument(context.open(input).takeFile()); });
+  if (std::cmp_greater(document.pageCount(), limitOf(Budget::pages))) throw breachOf(Budget::pages, input.fileName());
+  return document;
 }
 
 PDFDocument openUnlockedPDF(const InputFile& input, OperationContext& context) {

@@ -19,10 +19,13 @@ namespace quirn {
 OperationError readError(const platform::PDFError& error, const InputFile& input);
 
 // Throws readFailed "Not a readable PDF". The document may be locked.
-platform::PDFDocument openPDF(const InputFile& input, OperationContext& context, const std::string& password = {});
+platform::PDFDocument openPDF(const InputFile& input, OperationContext& context);
 
 // Throws unsupportedInput for one that is locked, too.
 platform::PDFDocument openUnlockedPDF(const InputFile& input, OperationContext& context);
+
+// Calls `work`, which reads from a document of `input`, with the service's errors as readError() has them.
+void guardedRead(const InputFile& input, const std::function<void()>& work);
 
 // Calls `work`, which writes parts of `input` into `output`, and throws writeFailed with the detail `failure`, or what
 // readError() makes of a failing disk, where that fails.

@@ -7,9 +7,10 @@
 namespace quirn {
 
 Panel PDFMetadataConfig::panel() {
-  return {field<&PDFMetadataConfig::title>("Title"), field<&PDFMetadataConfig::author>("Author"),
-          field<&PDFMetadataConfig::subject>("Subject"),
-          field<&PDFMetadataConfig::keywords>("Keywords", "comma, separated")};
+  return {field<&PDFMetadataConfig::title>("Title").fromInput(),
+          field<&PDFMetadataConfig::author>("Author").fromInput(),
+          field<&PDFMetadataConfig::subject>("Subject").fromInput(),
+          field<&PDFMetadataConfig::keywords>("Keywords", "comma, separated").fromInput()};
 }
 
 const OperationInfo& PDFMetadataOperation::info() {

@@ -23,15 +23,29 @@ std::vector<std::string> keywordsOf(std::string_view text) {
 
 }  // namespace
 
+PDFMetadataConfig PDFMetadataOperation::configurationFor(std::span<const InputFile> inputs, OperationContext& context) {
+  const platform::PDFDocument document = openPDF(inputs.front(), context);
+  PDFMetadataConfig config;
+  guardedRead(inputs.front(), [&] {
+    const platform::PDFAttributes attributes = document.attributes();
+    config.title = attributes.title;
+    config.author = attributes.author;
+    config.subject = attributes.subject;
+    config.keywords = fmt::format("{}", fmt::join(attributes.keywords, ", "));
+  });
+  return config;
+}
+
 OperationResult PDFMetadataOperation::runWith(std::span<const InputFile> inputs, const PDFMetadataConfig& config,
                                               OperationContext& context) const {
   if (inputs.empty()) throw OperationError::unsupportedInput("Metadata needs a single PDF.");
   const InputFile& input = inputs.front();
   platform::PDFDocument document = openUnlockedPDF(input, context);
-  document.setAttributes({.title = config.title,
-                          .author = config.author,
-                          .subject = config.subject,
-                          .keywords = keywordsOf(config.keywords)});
+  const platform::PDFAttributes attributes{.title = config.title,
+                                           .author = config.author,
+                                           .subject = config.subject,
+                                           .keywords = keywordsOf(config.keywords)};
+  guardedRead(input, [&] { document.setAttributes(attributes); });
   OperationResult result;
   result.outputs.push_back(writePDF(document, input, "metadata", context));
   result.summary = fmt::format("Updated metadata for {}.", input.fileName());

@@ -29,6 +29,8 @@ class PDFMetadataOperation final : public ConfigurableOperation<PDFMetadataConfi
 
   static const OperationInfo& info();
   static const AcceptedInputs& accepts();
+  // The document's own attributes.
+  static PDFMetadataConfig configurationFor(std::span<const InputFile> inputs, OperationContext& context);
 
  protected:
   OperationResult runWith(std::span<const InputFile> inputs, const PDFMetadataConfig& config,

@@ -35,6 +35,12 @@ OutputFile writeGroup(const platform::PDFDocument& document, const InputFile& in
 
 }  // namespace
 
+PDFSplitConfig PDFSplitOperation::configurationFor(std::span<const InputFile> inputs, OperationContext& context) {
+  PDFSplitConfig config;
+  config.pageCount = static_cast<int>(openPDF(inputs.front(), context).pageCount());
+  return config;
+}
+
 OperationResult PDFSplitOperation::runWith(std::span<const InputFile> inputs, const PDFSplitConfig& config,
                                            OperationContext& context) const {
   if (inputs.empty()) throw OperationError::unsupportedInput("Split needs a single PDF.");

@@ -30,6 +30,7 @@ class PDFSplitOperation final : public ConfigurableOperation<PDFSplitConfig> {
 
   static const OperationInfo& info();
   static const AcceptedInputs& accepts();
+  static PDFSplitConfig configurationFor(std::span<const InputFile> inputs, OperationContext& context);
 
  protected:
   OperationResult runWith(std::span<const InputFile> inputs, const PDFSplitConfig& config,

@@ -5,6 +5,8 @@
 
 #include <algorithm>
 
+#include "support/pdf_builder.h"
+
 namespace quirn::tests {
 namespace {
 
@@ -20,6 +22,16 @@ const std::vector<Sample>& samples() {
                   "d41d8cd98f00b204e9800998ecf8427e  gone.txt\n"},
                  {"abc.txt", "abc", false},
                  {"empty.txt", "", false}}},
+      {.operationID = "pdf.merge", .files = {{"first.pdf", pdfOfPages(2)}, {"second.pdf", pdfOfPages(1)}}},
+      {.operationID = "pdf.split", .files = {{"report.pdf", pdfOfPages(3)}}, .settings = {{"rangeText", "1-2, 3"}}},
+      {.operationID = "pdf.metadata", .files = {{"report.pdf", pdfOfPages(1)}}},
+      {.operationID = "pdf.bookmarks", .files = {{"report.pdf", pdfOfPages(2)}}, .settings = {{"entries", "2 End"}}},
+      {.operationID = "pdf.encrypt",
+       .files = {{"report.pdf", pdfOfPages(1)}},
+       .settings = {{"password", "open sesame"}},
+       .isDeterministic = false},
+      {.operationID = "pdf.unlock", .files = {{"report.pdf", pdfOfPages(1)}}},
+      {.operationID = "pdf.delete-annotations", .files = {{"report.pdf", pdfOfPages(1)}}},
       {.operationID = "stub.identity", .files = {{"archive.tar.gz", std::string("\x1F\x8B\0\xFF and more", 13)}}},
   };
   return all;

@@ -20,7 +20,8 @@ struct SampleFile {
 struct Sample {
   std::string_view operationID;
   std::vector<SampleFile> files;
-  bool isDeterministic = true;  // the same inputs give the same bytes
+  std::vector<std::pair<std::string, std::string>> settings{};  // on top of the defaults
+  bool isDeterministic = true;                                  // the same inputs give the same bytes
 };
 
 // Null if the operation has none.
