@@ -16,7 +16,7 @@ namespace {
 // Adds the size of the output to `after`.
 OutputFile compress(const InputFile& input, std::int64_t& after, OperationContext& context) {
   platform::PDFDocument document = openUnlockedPDF(input, context);
-  changePDF(input, [&] { platform::compressForScreen(document, context.stopToken()); });
+  guardedRead(input, [&] { platform::compressForScreen(document, context.stopToken()); });
   context.checkCancellation();
   return writtenPDF(input, "compressed", context, "PDF write failed", [&](int descriptor) {
     platform::writeCompressed(document, descriptor);

@@ -30,7 +30,7 @@ OutputFile PDFCropOperation::processFileConfigured(const InputFile& input, const
                                                    OperationContext& context) const {
   checkMargins(config);
   platform::PDFDocument document = openUnlockedPDF(input, context);
-  changePDF(input, [&] {
+  guardedRead(input, [&] {
     for (std::size_t page = 0; page < document.pageCount(); ++page) {
       context.checkCancellation();
       document.setCropBox(page, cropped(document.box(page, platform::PDFBox::crop), config));

@@ -12,7 +12,7 @@ namespace quirn {
 
 OutputFile PDFFlattenOperation::processFile(const InputFile& input, OperationContext& context) const {
   platform::PDFDocument document = openUnlockedPDF(input, context);
-  changePDF(input, [&] { platform::flattenAnnotations(document, context.stopToken()); });
+  guardedRead(input, [&] { platform::flattenAnnotations(document, context.stopToken()); });
   OutputFile output = writePDF(document, input, "flattened", context);
   context.setStatus(fmt::format("Flattened {}", input.fileName()));
   return output;

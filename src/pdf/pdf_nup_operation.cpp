@@ -56,7 +56,7 @@ void impose(PDFDocument& document, PDFNUpConfig::Mode mode, OperationContext& co
 OutputFile PDFNUpOperation::processFileConfigured(const InputFile& input, const PDFNUpConfig& config,
                                                   OperationContext& context) const {
   PDFDocument document = openPagesOfPDF(input, context);
-  changePDF(input, [&] { impose(document, config.mode, context); });
+  guardedRead(input, [&] { impose(document, config.mode, context); });
   OutputFile output = writePDF(document, input, "nup", context);
   context.setStatus(fmt::format("Imposed {}", input.fileName()));
   return output;

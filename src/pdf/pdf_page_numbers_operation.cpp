@@ -72,7 +72,7 @@ PDFRectangle pageNumberRectangle(const PDFRectangle& mediaBox, PDFPageNumbersCon
 OutputFile PDFPageNumbersOperation::processFileConfigured(const InputFile& input, const PDFPageNumbersConfig& config,
                                                           OperationContext& context) const {
   platform::PDFDocument document = openUnlockedPDF(input, context);
-  changePDF(input, [&] { number(document, config, context); });
+  guardedRead(input, [&] { number(document, config, context); });
   OutputFile output = writePDF(document, input, "numbered", context);
   context.setStatus(fmt::format("Numbered {}", input.fileName()));
   return output;

@@ -3,6 +3,10 @@
 
 #include "pdf/pdf_pages.h"
 
+#include <cstdint>
+
+#include "platform/pdf_salvage.h"
+
 namespace quirn {
 
 using platform::PDFDocument;
@@ -14,18 +18,31 @@ PDFDocument openPagesOfPDF(const InputFile& input, OperationContext& context) {
   return document;
 }
 
-PDFDocument openDamagedPDF(const InputFile& input, OperationContext& context) {
-  PDFDocument document = openUnlockedPDF(input, context);
-  if (document.pageCount() == 0) throw OperationError::readFailed(input.url, "Couldn't open the PDF, even leniently.");
-  return document;
+namespace {
+
+constexpr std::int64_t mostSalvaged = std::int64_t{512} << 20;  // bytes
+
+PDFDocument openSalvaged(const InputFile& input, OperationContext& context) {
+  try {
+    PDFDocument document = platform::salvagedPDF(context.open(input).readAll(mostSalvaged));
+    if (document.pageCount() > 0) return document;
+  } catch (const PDFError&) {
+    // Said below, in the words for every file without pages.
+  }
+  throw OperationError::readFailed(input.url, "Couldn't open the PDF, even leniently.");
 }
 
-void changePDF(const InputFile& input, const std::function<void()>& change) {
+}  // namespace
+
+PDFDocument openDamagedPDF(const InputFile& input, OperationContext& context) {
   try {
-    change();
-  } catch (const PDFError& error) {
-    throw readError(error, input);
+    PDFDocument document = openUnlockedPDF(input, context);
+    if (document.pageCount() > 0) return document;
+  } catch (const OperationError& error) {
+    // A disk that fails will fail again.
+    if (error.kind() != OperationError::Kind::readFailed) throw;
   }
+  return openSalvaged(input, context);
 }
 
 }  // namespace quirn

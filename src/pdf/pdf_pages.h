@@ -5,8 +5,6 @@
 
 #pragma once
 
-#include <functional>
-
 #include "pdf/pdf_files.h"
 
 namespace quirn {
@@ -17,8 +15,5 @@ platform::PDFDocument openPagesOfPDF(const InputFile& input, OperationContext& c
 // Opens what is too damaged for that, if there are pages in it. Throws readFailed
 // "Couldn't open the PDF, even leniently."
 platform::PDFDocument openDamagedPDF(const InputFile& input, OperationContext& context);
-
-// Runs `change`, with what the service throws as what a person reads.
-void changePDF(const InputFile& input, const std::function<void()>& change);
 
 }  // namespace quirn

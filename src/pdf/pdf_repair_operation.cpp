@@ -29,7 +29,7 @@ void redraw(platform::PDFDocument& document, OperationContext& context) {
 
 OutputFile PDFRepairOperation::processFile(const InputFile& input, OperationContext& context) const {
   platform::PDFDocument document = openDamagedPDF(input, context);
-  changePDF(input, [&] { redraw(document, context); });
+  guardedRead(input, [&] { redraw(document, context); });
   OutputFile output = writePDF(document, input, "repaired", context);
   context.setStatus(fmt::format("Repaired {}", input.fileName()));
   return output;

@@ -41,7 +41,7 @@ void resize(PDFDocument& document, const PDFResizeConfig& config, OperationConte
 OutputFile PDFResizeOperation::processFileConfigured(const InputFile& input, const PDFResizeConfig& config,
                                                      OperationContext& context) const {
   PDFDocument document = openPagesOfPDF(input, context);
-  changePDF(input, [&] {
+  guardedRead(input, [&] {
     platform::flattenAnnotations(document, context.stopToken());
     resize(document, config, context);
   });

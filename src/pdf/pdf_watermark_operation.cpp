@@ -56,7 +56,7 @@ OutputFile PDFWatermarkOperation::processFileConfigured(const InputFile& input, 
                                                         OperationContext& context) const {
   stampedText(config);
   platform::PDFDocument document = openUnlockedPDF(input, context);
-  changePDF(input, [&] { stampPages(document, config, context); });
+  guardedRead(input, [&] { stampPages(document, config, context); });
   OutputFile output = writePDF(document, input, "watermarked", context);
   context.setStatus(fmt::format("Watermarked {}", input.fileName()));
   return output;
