@@ -70,7 +70,9 @@ std::string Control::accepted() const {
     case Kind::choice: return fmt::format("{}", fmt::join(optionNames(*this), ", "));
     case Kind::stepper: return fmt::format("a whole number from {} to {}", legal.lowest, legal.highest);
     case Kind::slider: return fmt::format("a number from {} to {}", legal.lowest, legal.highest);
-    case Kind::field: break;
+    case Kind::field:
+    case Kind::secret:
+    case Kind::newSecret: break;
   }
   return "any text";
 }
@@ -108,7 +110,9 @@ platform::JsonObject Panel::values(const OperationConfig& config) const {
       case Control::Kind::stepper:
       case Control::Kind::slider: object.emplace_back(control.key, platform::JsonNumber{text}); break;
       case Control::Kind::choice:
-      case Control::Kind::field: object.emplace_back(control.key, text); break;
+      case Control::Kind::field:
+      case Control::Kind::secret:
+      case Control::Kind::newSecret: object.emplace_back(control.key, text); break;
     }
   }
   return object;

@@ -69,6 +69,10 @@ std::size_t ReadableFile::read(std::span<std::byte> bytes) {
   return static_cast<std::size_t>(count);
 }
 
+void ReadableFile::countRead() {
+  readCount.fetch_add(1, std::memory_order_relaxed);
+}
+
 std::int64_t ReadableFile::readsOfThisProcess() {
   return readCount.load(std::memory_order_relaxed);
 }

@@ -179,14 +179,18 @@ std::vector<std::string> acceptedValues(const Control& control) {
     case Control::Kind::stepper:
     case Control::Kind::slider:
       return {fmt::format("{}", control.legal.lowest), fmt::format("{}", control.legal.highest)};
-    case Control::Kind::field: return {"", "a = b, “c”\n"};
+    case Control::Kind::field:
+    case Control::Kind::secret:
+    case Control::Kind::newSecret: return {"", "a = b, “c”\n"};
   }
   return values;
 }
 
 std::vector<std::string> refusedValues(const Control& control) {
   switch (control.kind) {
-    case Control::Kind::field: return {};
+    case Control::Kind::field:
+    case Control::Kind::secret:
+    case Control::Kind::newSecret: return {};
     case Control::Kind::toggle:
     case Control::Kind::choice: return {"", "no such value", "True "};
     default:

@@ -83,7 +83,8 @@ std::string BoxedContext::typeOf(const fs::path& input) {
 }
 
 MessageWriter BoxedContext::messageFor(Ask kind, const InputFile& beside, const OutputNaming& naming) const {
-  return std::move(message(kind).number(numberOf(beside.url)).text(naming.stem).text(naming.suffix).text(naming.extension));
+  return std::move(
+      message(kind).number(numberOf(beside.url)).text(naming.stem).text(naming.suffix).text(naming.extension));
 }
 
 std::unique_ptr<StagedFolder> BoxedContext::stageFolder(const InputFile& beside, const OutputNaming& naming) {

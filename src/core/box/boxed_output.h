@@ -1,8 +1,9 @@
 // SPDX-FileCopyrightText: Quirn contributors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-// An output inside a worker. A small one of an operation on single files is kept here until it is whole and then travels
-// in a message that needs no answer; any other is staged by the program, and the worker writes to its descriptor.
+// An output inside a worker. A small one of an operation on single files is kept here until it is whole and then
+// travels in a message that needs no answer; any other is staged by the program, and the worker writes to its
+// descriptor.
 
 #pragma once
 

@@ -136,7 +136,7 @@ class Grant {
   std::int64_t steps_ = 0;  // what was asked, and what has changed in the state
   std::int64_t reads_ = -1;
   OperationResult result_;
-  std::set<std::int64_t> listed_;  // outputs of result_
+  std::set<std::int64_t> listed_;        // outputs of result_
   std::optional<OperationError> fault_;  // of an output; what the request will end with
   std::optional<Ending> ending_;
 };
