@@ -279,6 +279,12 @@ bool Grant::note(Ask kind, MessageReader& message) {
       result_.failures.push_back({platform::Uuid::random(), fileName, text});
       return true;
     }
+    case Ask::setting: {
+      readPiece(message, settings_);
+      bytesTold_ += longestPiece;
+      if (!type_.isConfiguredFromInputs() || bytesTold_ > mostBytesTold) throw OutsideGrant();
+      return true;
+    }
     default: return false;
   }
 }

@@ -71,6 +71,9 @@ class Grant {
   // How many messages were taken.
   std::int64_t messageCount() const { return messageCount_; }
 
+  // What the worker has read from the inputs.
+  const std::vector<Setting>& settings() const { return settings_; }
+
   bool hasPublished() const { return !published_.empty(); }
 
   // The largest file that the worker may write now, in bytes.
@@ -136,6 +139,7 @@ class Grant {
   std::int64_t steps_ = 0;  // what was asked, and what has changed in the state
   std::int64_t reads_ = -1;
   OperationResult result_;
+  std::vector<Setting> settings_;
   std::set<std::int64_t> listed_;        // outputs of result_
   std::optional<OperationError> fault_;  // of an output; what the request will end with
   std::optional<Ending> ending_;

@@ -11,6 +11,12 @@ std::string_view cutText(std::string_view text) {
   return platform::utf8Prefix(text, longestText);
 }
 
+void readPiece(MessageReader& message, std::vector<Setting>& settings) {
+  const std::string key(message.text(longestText));
+  if (settings.empty() || settings.back().key != key) settings.push_back({key, {}});
+  settings.back().value += message.text(longestPiece);
+}
+
 void write(MessageWriter& message, const InputFile& input) {
   const ContentType& type = input.contentType;
   message.text(input.url.native()).text(type.isKnown() ? type.mimeType() : "");

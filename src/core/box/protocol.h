@@ -7,10 +7,14 @@
 
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <filesystem>
 #include <functional>
 #include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
 
 #include "core/box/message.h"
 #include "core/input_file.h"
@@ -21,12 +25,14 @@ namespace quirn::box {
 
 // From the program.
 enum class Tell {
-  // A new request: serial, whether it is for each file alone, operation, output folder ("" for none), total of the
-  // progress, number of inputs, number of settings. So many "input" and "setting" messages follow. May come with the
+  // A new request: serial, whether it is for each file alone, whether it is for the settings alone, operation, output
+  // folder ("" for none), total of the
+  // progress, number of inputs, number of pieces of settings. So many "input" and "setting" messages follow. May come
+  // with the
   // descriptor of the first input, open already.
   begin,
   input,    // an input file; the n-th is input number n
-  setting,  // key, value
+  setting,  // key, a piece of its value; pieces of the same key in a row belong together
 
   // The answers to what a worker asks.
   opened,     // with a descriptor
@@ -67,6 +73,8 @@ enum class Ask {
   writeFile,      // number of an output, name, date, content
   state,          // status, total, completed, signs of life
 
+  setting,  // as in a request; of one for the settings alone
+
   // How the request ended; "finished", "failed", "cancelled" and "fault" are the last message of a request.
   output,    // number of an output
   failure,   // file name, message
@@ -83,6 +91,27 @@ inline constexpr std::uint32_t howFar = 0;
 inline constexpr std::size_t longestText = 16 << 10;
 // What the worker cuts, it cuts between two characters.
 std::string_view cutText(std::string_view text);
+
+// A setting in pieces, each with its key; the value may be longer than a message.
+struct Setting {
+  std::string key;
+  std::string value;
+};
+inline constexpr std::size_t longestPiece = 32 << 10;
+template <class Kind>
+std::vector<MessageWriter> messagesOf(Kind kind, const Setting& setting) {
+  std::vector<MessageWriter> messages;
+  std::string_view rest = setting.value;
+  do {
+    MessageWriter message;
+    message.choice(kind).text(setting.key).text(rest.substr(0, longestPiece));
+    messages.push_back(std::move(message));
+    rest.remove_prefix(std::min(rest.size(), longestPiece));
+  } while (!rest.empty());
+  return messages;
+}
+// Reads a piece into the settings so far.
+void readPiece(MessageReader& message, std::vector<Setting>& settings);
 
 void write(MessageWriter& message, const InputFile& input);
 // `typeOf` is asked for the type of a file if the program doesn't know it yet and the operation wants it.

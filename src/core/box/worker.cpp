@@ -72,7 +72,8 @@ struct Work {
   std::uint32_t serial = 0;
   std::string operationID;
   BoxedContext::Request request;
-  std::vector<std::pair<std::string, std::string>> settings;
+  bool isForConfiguration = false;
+  std::vector<Setting> settings;
 };
 
 class Worker {
@@ -113,6 +114,7 @@ class Worker {
     take(Tell::begin);
     work.serial = static_cast<std::uint32_t>(message.number());
     work.request.isPerFile = message.number(1) == 1;
+    work.isForConfiguration = message.number(1) == 1;
     work.operationID = message.text();
     if (const std::string folder(message.text()); !folder.empty()) work.request.outputDirectory = folder;
     work.request.total = message.number();
@@ -124,8 +126,7 @@ class Worker {
     }
     for (std::int64_t i = 0; i < settings; ++i) {
       take(Tell::setting);
-      const std::string key(message.text());
-      work.settings.emplace_back(key, message.text());
+      readPiece(message, work.settings);
     }
     return work;
   }
@@ -155,11 +156,29 @@ class Worker {
     return operation->run(inputs, context);
   }
 
+  static void tellConfiguration(const OperationType& type, const std::vector<InputFile>& inputs,
+                                BoxedContext& context) {
+    const auto config = type.configurationFor(inputs, context);
+    const Panel panel = type.configPanel(*config);
+    const auto tell = [&](const auto& item) {
+      for (const MessageWriter& message : messagesOf(Ask::setting, {item.key, item.read(*config)}))
+        context.note(message);
+    };
+    for (const Fact& fact : panel.facts()) tell(fact);
+    for (const Control& control : panel.controls()) {
+      if (control.isFromInput) tell(control);
+    }
+  }
+
   // Runs it, tells of what there is to tell, and gives the last message.
   MessageWriter endingOf(const Work& work, const std::vector<InputFile>& inputs, BoxedContext& context) const {
     MessageWriter ending;
     try {
-      const OperationResult result = run(typeOf(work), work, inputs, context);
+      OperationResult result;
+      if (work.isForConfiguration)
+        tellConfiguration(typeOf(work), inputs, context);
+      else
+        result = run(typeOf(work), work, inputs, context);
       for (const OutputFile& output : result.outputs) context.note(context.namedIn(Ask::output, output));
       for (const FileFailure& failure : result.failures) {
         MessageWriter message;
