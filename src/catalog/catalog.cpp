@@ -5,6 +5,12 @@
 
 #include <stdexcept>
 
+#include "archive/gzip_operation.h"
+#include "archive/tar_create_operation.h"
+#include "archive/tar_extract_operation.h"
+#include "archive/zip_create_operation.h"
+#include "archive/zip_extract_operation.h"
+#include "archive/zip_inspect_operation.h"
 #include "catalog/unbuilt.h"
 #include "documents/hash_files_operation.h"
 #include "documents/verify_checksums_operation.h"
@@ -224,14 +230,14 @@ constexpr Row rows[] = {
     unbuilt("utility.duplicates"),
     unbuilt("utility.sort-group"),
     unbuilt("utility.audio-tags"),
-    unbuilt("archive.zip-create"),
-    unbuilt("archive.zip-extract"),
-    unbuilt("archive.zip-inspect"),
-    unbuilt("archive.tar-create"),
-    unbuilt("archive.tar-extract"),
-    unbuilt("archive.gzip"),
+    built<ZipCreateOperation>(),
+    built<ZipExtractOperation>(),
+    built<ZipInspectOperation>(),
+    built<TarCreateOperation>(),
+    built<TarExtractOperation>(),
+    built<GzipOperation>(),
     unbuilt("archive.aar-create"),
-    unbuilt("archive.encrypt"),
+    built<EncryptArchiveOperation>(),
     unbuilt("archive.aar-extract"),
     unbuilt("office.document-convert"),
     unbuilt("office.markdown-docx"),

@@ -195,7 +195,9 @@ std::vector<std::string> acceptedValues(const Control& control) {
     case Control::Kind::stepper:
     case Control::Kind::slider:
       return {fmt::format("{}", control.legal.lowest), fmt::format("{}", control.legal.highest)};
-    case Control::Kind::field: return {"", "a = b, “c”\n"};
+    case Control::Kind::field:
+    case Control::Kind::secret:
+    case Control::Kind::newSecret: return {"", "a = b, “c”\n"};
     case Control::Kind::list:
       return {"[]",
               fmt::format(R"([{{"{}":"a = b, “c”\n;","{}":-3}}])", control.texts.textKey, control.texts.numberKey)};
@@ -205,7 +207,9 @@ std::vector<std::string> acceptedValues(const Control& control) {
 
 std::vector<std::string> refusedValues(const Control& control) {
   switch (control.kind) {
-    case Control::Kind::field: return {};
+    case Control::Kind::field:
+    case Control::Kind::secret:
+    case Control::Kind::newSecret: return {};
     case Control::Kind::toggle:
     case Control::Kind::choice: return {"", "no such value", "True "};
     case Control::Kind::list: return {"many", "[1]", "[{}]", "[", "{}"};
