@@ -25,7 +25,8 @@ std::vector<Slot> bookletSlots(std::size_t pageCount) {
 platform::PDFRectangle SheetLayout::cell(std::size_t index) const {
   constexpr double margin = 16;
   constexpr double gutter = 10;
-  const double cellWidth = (width - 2 * margin - gutter * static_cast<double>(columns - 1)) / static_cast<double>(columns);
+  const double cellWidth =
+      (width - 2 * margin - gutter * static_cast<double>(columns - 1)) / static_cast<double>(columns);
   const double cellHeight = (height - 2 * margin - gutter * static_cast<double>(rows - 1)) / static_cast<double>(rows);
   const double left = margin + static_cast<double>(index % columns) * (cellWidth + gutter);
   const double bottom = height - margin - static_cast<double>(index / columns) * (cellHeight + gutter) - cellHeight;

@@ -14,8 +14,6 @@
 #include <utility>
 #include <vector>
 
-#include <qpdf/BufferInputSource.hh>
-
 #include "platform/pdf_internal.h"
 
 namespace quirn::platform {
@@ -86,7 +84,8 @@ std::string catalogOf(const Found& found) {
 
 // Words that the library would follow on its own search.
 void disableTrailers(std::string& bytes) {
-  for (std::size_t at = bytes.find("trailer"); at != std::string::npos; at = bytes.find("trailer", at + 1)) bytes[at] = 'T';
+  for (std::size_t at = bytes.find("trailer"); at != std::string::npos; at = bytes.find("trailer", at + 1))
+    bytes[at] = 'T';
 }
 
 }  // namespace
