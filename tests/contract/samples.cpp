@@ -5,6 +5,8 @@
 
 #include <algorithm>
 
+#include "archive/archive_builders.h"
+
 namespace quirn::tests {
 namespace {
 
@@ -21,6 +23,21 @@ const std::vector<Sample>& samples() {
                  {"abc.txt", "abc", false},
                  {"empty.txt", "", false}}},
       {.operationID = "stub.identity", .files = {{"archive.tar.gz", std::string("\x1F\x8B\0\xFF and more", 13)}}},
+      {.operationID = "archive.zip-create",
+       .files = {{"notes.txt", "some notes"}, {"empty", ""}},
+       .passesOverUnreadable = true},
+      {.operationID = "archive.zip-extract",
+       .files = {{"files.zip", zipOf({{.name = "folder/", .data = ""}, {.name = "folder/a.txt"}, {}})}}},
+      {.operationID = "archive.zip-inspect", .files = {{"files.zip", zipOf({{}, {.name = "b"}})}}},
+      {.operationID = "archive.tar-create", .files = {{"notes.txt", "some notes"}, {"empty", ""}}},
+      {.operationID = "archive.tar-extract",
+       .files = {{"files.tar", tarOf({{.name = "folder/a.txt"}, {.name = "b", .data = run(700, 'b')}})}}},
+      {.operationID = "archive.gzip", .files = {{"notes.txt", "some notes"}, {"empty", ""}}},
+      {.operationID = "archive.encrypt",
+       .files = {{"notes.txt", "some notes"}, {"empty", ""}},
+       .isDeterministic = false,
+       .settings = {{"password", "secret"}},
+       .passesOverUnreadable = true},
   };
   return all;
 }

@@ -7,6 +7,7 @@
 
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace quirn::tests {
@@ -21,6 +22,10 @@ struct Sample {
   std::string_view operationID;
   std::vector<SampleFile> files;
   bool isDeterministic = true;  // the same inputs give the same bytes
+  // What must be set for the operation to run at all.
+  std::vector<std::pair<std::string, std::string>> settings;
+  // It makes one thing of what can be read, without a word about what can't.
+  bool passesOverUnreadable = false;
 };
 
 // Null if the operation has none.
