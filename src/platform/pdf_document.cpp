@@ -17,7 +17,7 @@
 namespace quirn::platform {
 namespace {
 
-constexpr int deepestPage = 256;  // levels of the page tree
+constexpr int deepestPage = 100;  // levels of the page tree
 constexpr PDFRectangle usLetter{.left = 0, .bottom = 0, .right = 612, .top = 792};
 
 // Null if the password doesn't open the file.

@@ -18,12 +18,20 @@ namespace fs = std::filesystem;
 
 const fs::file_time_type someDate = fs::file_time_type::clock::now() - std::chrono::hours(1000);
 
+// The settings that the sample is processed with.
+std::unique_ptr<OperationConfig> settingsFor(const OperationType& type, const Sample& sample) {
+  auto config = type.isConfigurable() ? type.defaultConfig() : std::make_unique<OperationConfig>();
+  const Panel panel = type.configPanel(*config);
+  for (const auto& [key, value] : sample.settings) panel.set(*config, key, value);
+  return config;
+}
+
 // The sample of an operation on the disk, in a folder of its own, with an empty one for outputs.
 class Bench {
  public:
   using Change = std::function<SampleFile(SampleFile)>;
 
-  explicit Bench(const Sample& sample, const Change& change = {}) {
+  explicit Bench(const Sample& sample, const Change& change = {}) : sample_(sample) {
     for (SampleFile file : sample.files) {
       if (file.isInput && change) file = change(file);
       const fs::path path = folder_.file(fs::path("in") / file.name, file.content);
@@ -37,8 +45,15 @@ class Bench {
   std::vector<InputFile> inputs() const { return takeIn(inputs_).files; }
   const fs::path& outputFolder() const { return outputs_; }
 
-  Ran run(const OperationType& type, const OperationConfig* config) const {
-    return runOperation(type, inputs(), contextIn(outputs_), config);
+  Ran run(const OperationType& type, const OperationConfig* config = nullptr) const {
+    return run(type, inputs(), contextIn(outputs_), config);
+  }
+
+  Ran run(const OperationType& type, std::vector<InputFile> inputs, const std::shared_ptr<OperationContext>& context,
+          const OperationConfig* config = nullptr) const {
+    const auto ofSample = settingsFor(type, sample_);
+    if (config == nullptr && type.isConfigurable()) config = ofSample.get();
+    return runOperation(type, std::move(inputs), context, config);
   }
 
   // The inputs are what they were, and nothing is in the output folder but what the run tells of.
@@ -57,6 +72,7 @@ class Bench {
   }
 
  private:
+  const Sample& sample_;
   TemporaryFolder folder_;
   std::vector<fs::path> inputs_;
   std::map<std::string, std::string> before_;
@@ -73,28 +89,16 @@ class OperationContract : public testing::TestWithParam<const OperationType*> {
   }
   const Sample& sample() const { return *sample_; }
 
-  // The settings that the sample runs with; null for an operation without any.
-  std::unique_ptr<OperationConfig> config() const {
-    if (!type().isConfigurable()) return nullptr;
-    auto config = type().defaultConfig();
-    for (const auto& [key, value] : sample().settings) type().defaultPanel().set(*config, key, value);
-    return config;
-  }
-  Ran runSample(std::vector<InputFile> inputs, const std::shared_ptr<OperationContext>& context) const {
-    return runOperation(type(), std::move(inputs), context, config().get());
-  }
-
   // Bytes that the operation can't be expected to process: it does, or it says so.
   void expectSoundEndOn(const Bench& bench) const {
-    const Ran ran = bench.run(type(), config().get());
+    const Ran ran = bench.run(type());
     EXPECT_TRUE(ran.result || ran.error) << ran.fault;
     bench.expectTidyAfter(ran);
   }
 
   void expectSuccessOn(const Bench& bench, const OperationConfig* config = nullptr) const {
     ASSERT_TRUE(type().canRun(bench.inputs()));
-    const auto sampleConfig = this->config();
-    const Ran ran = bench.run(type(), config != nullptr ? config : sampleConfig.get());
+    const Ran ran = bench.run(type(), config);
     ASSERT_TRUE(ran.result) << (ran.error ? ran.error->userMessage() : ran.fault);
     EXPECT_FALSE(ran.result->outputs.empty());
     EXPECT_TRUE(ran.result->failures.empty());
@@ -157,7 +161,7 @@ TEST_P(OperationContract, SaysThatItCouldNotWriteWhereNothingCanBeWritten) {
   const fs::path file = folder.file("a file", "content");
   for (const fs::path& unwritable : {file / "below it", file, fs::path("/proc/no-such-folder")}) {
     SCOPED_TRACE(unwritable);
-    const Ran ran = runSample(bench.inputs(), contextIn(unwritable));
+    const Ran ran = bench.run(type(), bench.inputs(), contextIn(unwritable));
     ASSERT_TRUE(ran.error) << ran.fault;
     EXPECT_EQ(ran.error->kind(), OperationError::Kind::writeFailed);
     bench.expectTidyAfter(ran);
@@ -169,7 +173,7 @@ TEST_P(OperationContract, LeavesNothingWhenItIsCancelledAtTheFirstTick) {
   const Bench bench(sample());
   const auto context = contextIn(bench.outputFolder());
   context->progress().cancel();
-  const Ran ran = runSample(bench.inputs(), context);
+  const Ran ran = bench.run(type(), bench.inputs(), context);
   EXPECT_TRUE(ran.cancelled) << ran.fault;
   bench.expectTidyAfter(ran);
 }
@@ -178,7 +182,7 @@ TEST_P(OperationContract, RefusesInputsThatAreGone) {
   const Bench bench(sample());
   std::vector<InputFile> inputs = bench.inputs();
   for (InputFile& input : inputs) input.url += ".gone";
-  const Ran ran = runSample(inputs, contextIn(bench.outputFolder()));
+  const Ran ran = bench.run(type(), inputs, contextIn(bench.outputFolder()));
   ASSERT_TRUE(ran.error) << ran.fault;
   if (!sample().passesOverUnreadable) {
     EXPECT_EQ(ran.error->kind(), OperationError::Kind::readFailed);
@@ -199,6 +203,9 @@ std::vector<std::string> acceptedValues(const Control& control) {
     case Control::Kind::field:
     case Control::Kind::secret:
     case Control::Kind::newSecret: return {"", "a = b, “c”\n"};
+    case Control::Kind::list:
+      return {"[]",
+              fmt::format(R"([{{"{}":"a = b, “c”\n;","{}":-3}}])", control.texts.textKey, control.texts.numberKey)};
   }
   return values;
 }
@@ -210,6 +217,7 @@ std::vector<std::string> refusedValues(const Control& control) {
     case Control::Kind::newSecret: return {};
     case Control::Kind::toggle:
     case Control::Kind::choice: return {"", "no such value", "True "};
+    case Control::Kind::list: return {"many", "[1]", "[{}]", "[", "{}"};
     default:
       return {"",
               "many",
@@ -225,7 +233,7 @@ TEST_P(OperationContract, TakesEveryAcceptedSettingAndGivesItBack) {
   for (const Control& control : panel.controls()) {
     for (const std::string& value : acceptedValues(control)) {
       SCOPED_TRACE(control.key + "=" + value);
-      const auto config = this->config();
+      const auto config = settingsFor(type(), sample());
       panel.set(*config, control.key, value);
       EXPECT_EQ(control.read(*config), value);
       EXPECT_EQ(control.read(*type().copyOf(*config)), value);

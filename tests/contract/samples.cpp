@@ -6,6 +6,7 @@
 #include <algorithm>
 
 #include "archive/archive_builders.h"
+#include "support/pdf_builder.h"
 
 namespace quirn::tests {
 namespace {
@@ -22,6 +23,16 @@ const std::vector<Sample>& samples() {
                   "d41d8cd98f00b204e9800998ecf8427e  gone.txt\n"},
                  {"abc.txt", "abc", false},
                  {"empty.txt", "", false}}},
+      {.operationID = "pdf.merge", .files = {{"first.pdf", pdfOfPages(2)}, {"second.pdf", pdfOfPages(1)}}},
+      {.operationID = "pdf.split", .files = {{"report.pdf", pdfOfPages(3)}}, .settings = {{"rangeText", "1-2, 3"}}},
+      {.operationID = "pdf.metadata", .files = {{"report.pdf", pdfOfPages(1)}}},
+      {.operationID = "pdf.bookmarks", .files = {{"report.pdf", pdfOfPages(2)}}, .settings = {{"entries", "2 End"}}},
+      {.operationID = "pdf.encrypt",
+       .files = {{"report.pdf", pdfOfPages(1)}},
+       .settings = {{"password", "open sesame"}},
+       .isDeterministic = false},
+      {.operationID = "pdf.unlock", .files = {{"report.pdf", pdfOfPages(1)}}},
+      {.operationID = "pdf.delete-annotations", .files = {{"report.pdf", pdfOfPages(1)}}},
       {.operationID = "stub.identity", .files = {{"archive.tar.gz", std::string("\x1F\x8B\0\xFF and more", 13)}}},
       {.operationID = "archive.zip-create",
        .files = {{"notes.txt", "some notes"}, {"empty", ""}},
@@ -35,8 +46,8 @@ const std::vector<Sample>& samples() {
       {.operationID = "archive.gzip", .files = {{"notes.txt", "some notes"}, {"empty", ""}}},
       {.operationID = "archive.encrypt",
        .files = {{"notes.txt", "some notes"}, {"empty", ""}},
-       .isDeterministic = false,
        .settings = {{"password", "secret"}},
+       .isDeterministic = false,
        .passesOverUnreadable = true},
   };
   return all;

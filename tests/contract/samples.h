@@ -7,7 +7,6 @@
 
 #include <string>
 #include <string_view>
-#include <utility>
 #include <vector>
 
 namespace quirn::tests {
@@ -21,10 +20,9 @@ struct SampleFile {
 struct Sample {
   std::string_view operationID;
   std::vector<SampleFile> files;
-  bool isDeterministic = true;  // the same inputs give the same bytes
-  // What must be set for the operation to run at all.
-  std::vector<std::pair<std::string, std::string>> settings;
-  // It makes one thing of what can be read, without a word about what can't.
+  std::vector<std::pair<std::string, std::string>> settings{};  // on top of the defaults
+  bool isDeterministic = true;                                  // the same inputs give the same bytes
+  // It makes one thing of what can be read, without a word about what can\'t.
   bool passesOverUnreadable = false;
 };
 
