@@ -63,8 +63,8 @@ bool looksCompressed(std::span<const std::byte> bytes) {
 Bytes deflated(std::span<const std::byte> bytes) {
   constexpr int storing = 0;
   constexpr int usual = 6;
-  libdeflate_compressor& compressor = looksCompressed(bytes) && !shrinksQuickly(bytes) ? compressorOfThread<storing>()
-                                                                                      : compressorOfThread<usual>();
+  libdeflate_compressor& compressor =
+      looksCompressed(bytes) && !shrinksQuickly(bytes) ? compressorOfThread<storing>() : compressorOfThread<usual>();
   Bytes output(libdeflate_deflate_compress_bound(&compressor, bytes.size()));
   output.resize(libdeflate_deflate_compress(&compressor, bytes.data(), bytes.size(), output.data(), output.size()));
   return output;
