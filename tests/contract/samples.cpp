@@ -5,6 +5,7 @@
 
 #include <algorithm>
 
+#include "archive/archive_builders.h"
 #include "support/pdf_builder.h"
 
 namespace quirn::tests {
@@ -42,6 +43,21 @@ const std::vector<Sample>& samples() {
       {.operationID = "pdf.crop", .files = {{"report.pdf", pdfOfPages(1)}}, .settings = {{"top", "12.5"}}},
       {.operationID = "pdf.resize-paper", .files = {{"report.pdf", pdfOfPages(1)}}, .settings = {{"paper", "a5"}}},
       {.operationID = "stub.identity", .files = {{"archive.tar.gz", std::string("\x1F\x8B\0\xFF and more", 13)}}},
+      {.operationID = "archive.zip-create",
+       .files = {{"notes.txt", "some notes"}, {"empty", ""}},
+       .passesOverUnreadable = true},
+      {.operationID = "archive.zip-extract",
+       .files = {{"files.zip", zipOf({{.name = "folder/", .data = ""}, {.name = "folder/a.txt"}, {}})}}},
+      {.operationID = "archive.zip-inspect", .files = {{"files.zip", zipOf({{}, {.name = "b"}})}}},
+      {.operationID = "archive.tar-create", .files = {{"notes.txt", "some notes"}, {"empty", ""}}},
+      {.operationID = "archive.tar-extract",
+       .files = {{"files.tar", tarOf({{.name = "folder/a.txt"}, {.name = "b", .data = run(700, 'b')}})}}},
+      {.operationID = "archive.gzip", .files = {{"notes.txt", "some notes"}, {"empty", ""}}},
+      {.operationID = "archive.encrypt",
+       .files = {{"notes.txt", "some notes"}, {"empty", ""}},
+       .settings = {{"password", "secret"}},
+       .isDeterministic = false,
+       .passesOverUnreadable = true},
   };
   return all;
 }
