@@ -27,6 +27,10 @@ std::string digestOf(std::string_view content, std::string_view origin) {
 
 }  // namespace
 
+std::string versionEntry(const std::string& sourceVersion) {
+  return sourceVersion > "1.7" && sourceVersion.starts_with("2.") ? "/Version /2.0 " : "";
+}
+
 PDFObjectWriter::PDFObjectWriter(int descriptor, const PDFEncryption* encryption)
     : sink_(descriptor), encryption_(encryption) {
   put(header);
