@@ -88,7 +88,7 @@ void PDFObjectWriter::finish(std::string_view trailer, std::string_view origin) 
     put(fmt::format(" /ID [<{0}><{0}>]", identifier));
   }
   put(fmt::format(" >>\nstartxref\n{}\n%%EOF\n", start));
-  sink_.finish();
+  sink_.flush();
 }
 
 }  // namespace quirn::platform
