@@ -10,6 +10,7 @@
 #include "core/operation_error.h"
 #include "platform/compression.h"
 #include "platform/file_status.h"
+#include "platform/text.h"
 
 namespace quirn {
 namespace {
@@ -22,7 +23,8 @@ ZipHeader zipHeaderOf(const std::string& name, const InputHandle& file) {
   const auto now = std::chrono::floor<std::chrono::seconds>(std::chrono::system_clock::now());
   const auto attributes =
       platform::attributesOfOpen(file.descriptor()).value_or(platform::FileAttributes{.modified = now});
-  return {.name = name, .modified = attributes.modified, .mode = attributes.permissions};
+  // The format says that names are UTF-8, and readers refuse an archive over one that isn't.
+  return {.name = platform::repairedUtf8(name), .modified = attributes.modified, .mode = attributes.permissions};
 }
 
 template <class Take>

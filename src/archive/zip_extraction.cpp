@@ -14,8 +14,8 @@ namespace quirn {
 namespace {
 
 constexpr std::uint64_t largestHeld = 32 << 20;
-constexpr std::uint64_t mostPendingBytes = 64 << 20;
-constexpr std::size_t mostPending = 256;
+constexpr std::uint64_t mostPendingBytes = 32 << 20;
+constexpr std::size_t mostPending = 128;
 
 std::uint64_t heldBytesOf(const ZipFileEntry& entry) {
   return std::min(entry.uncompressedSize, largestHeld);

@@ -103,6 +103,13 @@ struct Control {
 // A sentence shown between the controls.
 struct Note {
   std::string text;
+  std::function<bool(const OperationConfig&)> isShown = {};  // empty: always
+
+  template <class Config>
+  Note shownWhen(bool (*condition)(const Config&)) && {
+    isShown = [condition](const OperationConfig& config) { return condition(static_cast<const Config&>(config)); };
+    return std::move(*this);
+  }
 };
 
 // What the program has found out about the inputs and shows between the controls, as "12 pages". Nobody sets it.

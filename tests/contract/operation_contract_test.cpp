@@ -16,6 +16,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
+const fs::file_time_type someDate = fs::file_time_type::clock::now() - std::chrono::hours(1000);
+
 // The settings that the sample is processed with.
 std::unique_ptr<OperationConfig> settingsFor(const OperationType& type, const Sample& sample) {
   auto config = type.isConfigurable() ? type.defaultConfig() : std::make_unique<OperationConfig>();
@@ -33,6 +35,7 @@ class Bench {
     for (SampleFile file : sample.files) {
       if (file.isInput && change) file = change(file);
       const fs::path path = folder_.file(fs::path("in") / file.name, file.content);
+      fs::last_write_time(path, someDate);  // it may go into outputs
       if (file.isInput) inputs_.push_back(path);
     }
     before_ = snapshotOf(folder_ / "in");
@@ -181,7 +184,9 @@ TEST_P(OperationContract, RefusesInputsThatAreGone) {
   for (InputFile& input : inputs) input.url += ".gone";
   const Ran ran = bench.run(type(), inputs, contextIn(bench.outputFolder()));
   ASSERT_TRUE(ran.error) << ran.fault;
-  EXPECT_EQ(ran.error->kind(), OperationError::Kind::readFailed);
+  if (!sample().passesOverUnreadable) {
+    EXPECT_EQ(ran.error->kind(), OperationError::Kind::readFailed);
+  }
   bench.expectTidyAfter(ran);
 }
 

@@ -22,6 +22,8 @@ struct Sample {
   std::vector<SampleFile> files;
   std::vector<std::pair<std::string, std::string>> settings{};  // on top of the defaults
   bool isDeterministic = true;                                  // the same inputs give the same bytes
+  // It makes one thing of what can be read, without a word about what can\'t.
+  bool passesOverUnreadable = false;
 };
 
 // Null if the operation has none.
