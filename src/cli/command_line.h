@@ -10,6 +10,7 @@
 #include <variant>
 
 #include "cli/catalog_commands.h"
+#include "cli/open_command.h"
 #include "cli/run_command.h"
 #include "cli/search_command.h"
 #include "cli/tool_command.h"
@@ -23,7 +24,7 @@ struct Printout {
 };
 
 using Command = std::variant<Printout, RunArguments, ToolArguments, ListArguments, DescribeArguments, SuggestArguments,
-                             SearchArguments, UrlArguments>;
+                             SearchArguments, UrlArguments, OpenArguments>;
 
 // `words` are those behind the program's name. Throws UsageError, whose message names what is
 // accepted.
