@@ -17,7 +17,9 @@ quirn_module(hostile
   BESIDE quirn_hostile)
 target_include_directories(quirn_module_hostile PRIVATE "${PROJECT_SOURCE_DIR}/tests")
 
-add_executable(quirn_hostile_front_end "${PROJECT_SOURCE_DIR}/tests/hostile/front_end.cpp" ${hostile_operations})
+add_executable(quirn_hostile_front_end
+    "${PROJECT_SOURCE_DIR}/tests/hostile/front_end.cpp" "${PROJECT_SOURCE_DIR}/tests/hostile/killing_calls.cpp"
+    ${hostile_operations})
 set_target_properties(quirn_hostile_front_end PROPERTIES RUNTIME_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/hostile")
 target_include_directories(quirn_hostile_front_end PRIVATE "${PROJECT_SOURCE_DIR}/tests")
 target_link_libraries(quirn_hostile_front_end PRIVATE quirn_core)

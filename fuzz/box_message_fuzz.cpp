@@ -27,15 +27,50 @@ class NullOutput final : public StagedOutput {
   std::filesystem::path url_ = "/nowhere/output";
 };
 
+// Some names lead out of it, and some files can't be made.
+class NullFolder final : public StagedFolder {
+ public:
+  const std::filesystem::path& url() const override { return url_; }
+  void makeFolder(std::string_view name) override { take(name); }
+  int begin(std::string_view name, Date) override {
+    take(name);
+    return -1;
+  }
+  void write(std::string_view name, std::span<const std::byte>, Date) override { take(name); }
+  bool link(std::string_view name, std::string_view target) override {
+    take(name);
+    return !target.empty();
+  }
+  void settle() override {}
+  OutputFile publish(OutputRole role) override { return {platform::Uuid::random(), url_, role}; }
+
+ private:
+  void take(std::string_view name) const {
+    if (name.starts_with('/')) throw EntryOutside(std::string(name));
+    if (name.empty()) throw OperationError::writeFailed(url_, "none");
+  }
+
+  std::filesystem::path url_ = "/nowhere/folder";
+};
+
+void check(const OutputNaming& naming) {
+  for (const std::string& part : {naming.stem, naming.suffix, naming.extension})
+    if (part.find('/') != std::string::npos) __builtin_trap();
+}
+
 class NullContext final : public OperationContext {
  public:
   NullContext() : OperationContext(1, std::nullopt) {}
   InputHandle open(const InputFile& input) override { throw OperationError::readFailed(input.url, "none"); }
   Neighbour openNeighbour(const InputFile&, const std::filesystem::path&) override { return {}; }
   std::vector<InputFile> enumerate(const InputFile& folder) override { return {folder}; }
-  std::unique_ptr<StagedOutput> stage(const InputFile&, std::string_view suffix, std::string_view extension) override {
-    if (suffix.find('/') != std::string_view::npos || extension.find('/') != std::string_view::npos) __builtin_trap();
+  std::unique_ptr<StagedOutput> stage(const InputFile&, const OutputNaming& naming) override {
+    check(naming);
     return std::make_unique<NullOutput>();
+  }
+  std::unique_ptr<StagedFolder> stageFolder(const InputFile&, const OutputNaming& naming) override {
+    check(naming);
+    return std::make_unique<NullFolder>();
   }
   void publishStaged() override {}
   OutputFile published(OutputFile output) override { return output; }

@@ -8,6 +8,13 @@
 #include "catalog/unbuilt.h"
 #include "documents/hash_files_operation.h"
 #include "documents/verify_checksums_operation.h"
+#include "pdf/pdf_bookmarks_operation.h"
+#include "pdf/pdf_delete_annotations_operation.h"
+#include "pdf/pdf_encrypt_operation.h"
+#include "pdf/pdf_merge_operation.h"
+#include "pdf/pdf_metadata_operation.h"
+#include "pdf/pdf_split_operation.h"
+#include "pdf/pdf_unlock_operation.h"
 #include "probes/dmg_probe_operation.h"
 #include "probes/identity_copy_operation.h"
 #include "workbench/all_text_tools.h"
@@ -27,6 +34,12 @@ constexpr Row built() {
   return {[](std::string_view) { return OperationType::of<Operation>(); }};
 }
 
+// Its code is in a module that workers load.
+template <class Operation>
+constexpr Row inModule() {
+  return {[](std::string_view) { return OperationType::describedBy<Operation>(); }};
+}
+
 constexpr Row unbuilt(std::string_view operationID) {
   return {&unbuiltOperation, operationID};
 }
@@ -43,8 +56,8 @@ constexpr Row textTool(std::string_view id) {
 
 // This order is the order of the catalog. It is stated nowhere else.
 constexpr Row rows[] = {
-    unbuilt("pdf.merge"),
-    unbuilt("pdf.split"),
+    inModule<PDFMergeOperation>(),
+    inModule<PDFSplitOperation>(),
     unbuilt("image.heic-to-jpg"),
     unbuilt("image.resize"),
     unbuilt("image.convert"),
@@ -52,14 +65,14 @@ constexpr Row rows[] = {
     unbuilt("image.ocr"),
     unbuilt("image.to-pdf"),
     unbuilt("pdf.to-images"),
-    unbuilt("pdf.metadata"),
-    unbuilt("pdf.bookmarks"),
-    unbuilt("pdf.encrypt"),
-    unbuilt("pdf.unlock"),
+    inModule<PDFMetadataOperation>(),
+    inModule<PDFBookmarksOperation>(),
+    inModule<PDFEncryptOperation>(),
+    inModule<PDFUnlockOperation>(),
     unbuilt("pdf.watermark"),
     unbuilt("pdf.page-numbers"),
     unbuilt("pdf.flatten"),
-    unbuilt("pdf.delete-annotations"),
+    inModule<PDFDeleteAnnotationsOperation>(),
     unbuilt("pdf.sign"),
     unbuilt("pdf.fill-forms"),
     unbuilt("pdf.annotate"),

@@ -24,8 +24,6 @@ struct Identity {
 
 // clang-format off: a row is a line, which leaves as a whole.
 constexpr Identity identities[] = {
-    {"pdf.merge", "Merge PDFs", "rectangle.stack", pdf, "combine pdf; join pdf; concatenate"},
-    {"pdf.split", "Split PDF", "rectangle.split.2x1", pdf, "split pdf; extract pages; separate pdf"},
     {"image.heic-to-jpg", "HEIC → JPG", "photo", image, "to jpg; jpeg; convert heic; heic to jpeg"},
     {"image.resize", "Resize Image", "arrow.up.left.and.arrow.down.right", image, "resize; scale image; shrink image; downscale"},
     {"image.convert", "Convert Image", "arrow.2.squarepath", image, "convert image; to png; to jpeg; to heic; to tiff; change format; webp; avif; webp to png; avif to jpg; webp to jpg"},
@@ -33,14 +31,9 @@ constexpr Identity identities[] = {
     {"image.ocr", "Extract Text (OCR)", "text.viewfinder", image, "ocr; extract text; recognize text; image to text; read text"},
     {"image.to-pdf", "Images → PDF", "photo.on.rectangle", image, "images to pdf; combine images; jpg to pdf; png to pdf; photos to pdf"},
     {"pdf.to-images", "PDF → Images", "photo.stack", pdf, "pdf to images; pdf to png; pdf to jpg; export pages; rasterize pdf"},
-    {"pdf.metadata", "Edit PDF Metadata", "info.circle", pdf, "pdf metadata; title author; document properties; pdf info"},
-    {"pdf.bookmarks", "Edit PDF Bookmarks", "bookmark", pdf, "pdf bookmarks; outline; table of contents; toc"},
-    {"pdf.encrypt", "Protect PDF", "lock.doc", pdf, "password protect; encrypt pdf; lock pdf; add password"},
-    {"pdf.unlock", "Remove PDF Password", "lock.open", pdf, "unlock pdf; remove password; decrypt pdf"},
     {"pdf.watermark", "Watermark PDF", "drop", pdf, "watermark; stamp pdf; draft; confidential"},
     {"pdf.page-numbers", "Add Page Numbers", "number", pdf, "page numbers; bates; numbering; header footer"},
     {"pdf.flatten", "Flatten PDF", "square.stack.3d.down.right", pdf, "flatten; flatten forms; bake annotations; merge layers"},
-    {"pdf.delete-annotations", "Remove PDF Annotations", "eraser", pdf, "remove annotations; delete markup; clear comments; strip annotations"},
     {"pdf.sign", "Sign PDF", "signature", pdf, "sign pdf; signature; add signature"},
     {"pdf.fill-forms", "Fill PDF Form", "list.bullet.rectangle", pdf, "fill form; acroform; fill pdf; form fields"},
     {"pdf.annotate", "Annotate PDF", "pencil.tip", pdf, "annotate; markup; draw on pdf; highlight; pen"},

@@ -5,7 +5,9 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <chrono>
+#include <functional>
 #include <memory>
 #include <utility>
 
@@ -27,19 +29,33 @@ using platform::JsonObject;
 
 constexpr std::chrono::milliseconds redrawInterval{100};
 
-std::unique_ptr<OperationConfig> settingsOf(const OperationType& type, const std::vector<std::string>& settings) {
-  auto config = type.isConfigurable() ? type.defaultConfig() : std::make_unique<OperationConfig>();
-  const Panel panel = type.configPanel(*config);
+void apply(const std::vector<std::string>& settings, const OperationType& type, OperationConfig& config) {
+  const Panel panel = type.configPanel(config);
   for (const std::string& setting : settings) {
     const std::size_t equals = setting.find('=');
     if (equals == std::string::npos) throw UsageError(fmt::format("“--set {}” has no “=”: write KEY=VALUE.", setting));
     try {
-      panel.set(*config, std::string_view(setting).substr(0, equals), std::string_view(setting).substr(equals + 1));
+      panel.set(config, std::string_view(setting).substr(0, equals), std::string_view(setting).substr(equals + 1));
     } catch (const SettingError& error) {
       throw UsageError(error.what());
     }
   }
+}
+
+std::unique_ptr<OperationConfig> settingsOf(const OperationType& type, const std::vector<std::string>& settings) {
+  auto config = type.isConfigurable() ? type.defaultConfig() : std::make_unique<OperationConfig>();
+  apply(settings, type, *config);
   return config;
+}
+
+// Whether a setting that the person leaves alone is to be what the inputs say.
+bool asksInputs(const OperationType& type, const std::vector<std::string>& settings) {
+  const std::vector<Control> controls = type.defaultPanel().controls();
+  return std::ranges::any_of(controls, [&](const Control& control) {
+    return control.isFromInput && std::ranges::none_of(settings, [&](const std::string& setting) {
+             return setting.starts_with(control.key + "=");
+           });
+  });
 }
 
 // The inputs of the run. A file that isn't there spoils what is made of all of them; where each is
@@ -83,20 +99,34 @@ class RunCommand {
   OperationResult resultOn(std::vector<InputFile> inputs) {
     context_ = std::make_shared<LocalContext>(std::ssize(inputs), arguments_.out);
     platform::PlainMainQueue queue;
-    std::optional<RunOutcome> outcome;
-    const auto completion = [&outcome](const RunOutcome& ended) { outcome = ended; };
     const OperationRunner runner(queue);
     ProgressLine line(isErrorTerminal() && !arguments_.quiet ? ProgressLine::Visibility::shown
                                                              : ProgressLine::Visibility::hidden);
+    const auto waitFor = [&](OperationContext& context, const std::function<bool()>& hasEnded) {
+      queue.runUntil(hasEnded, redrawInterval, [&] {
+        if (interrupts_.poll()) context.progress().cancel();
+        line.redraw(context);
+      });
+    };
+    if (asksInputs(type_, arguments_.settings)) readSettings(runner, inputs, waitFor);
+    std::optional<RunOutcome> outcome;
+    const auto completion = [&outcome](const RunOutcome& ended) { outcome = ended; };
     const Run run = type_.isConfigurable()
                         ? runner.runConfigured(type_, std::move(inputs), *config_, context_, completion)
                         : runner.run(type_, std::move(inputs), context_, completion);
-    queue.runUntil([&outcome] { return outcome.has_value(); }, redrawInterval,
-                   [&] {
-                     if (interrupts_.poll()) context_->progress().cancel();
-                     line.redraw(*context_);
-                   });
+    waitFor(*context_, [&outcome] { return outcome.has_value(); });
     return outcome->result();
+  }
+
+  void readSettings(const OperationRunner& runner, const std::vector<InputFile>& inputs, const auto& waitFor) {
+    const auto context = std::make_shared<LocalContext>(std::ssize(inputs), std::nullopt);
+    std::optional<std::unique_ptr<OperationConfig>> config;
+    const Run reading = runner.configure(type_, inputs, context,
+                                         [&](std::unique_ptr<OperationConfig> read) { config = std::move(read); });
+    waitFor(*context, [&config] { return config.has_value(); });
+    if (*config == nullptr) throw CancellationError();
+    config_ = std::move(*config);
+    apply(arguments_.settings, type_, *config_);
   }
 
   int report(const OperationResult& result) const {

@@ -111,17 +111,24 @@ bool isAudio(const std::string& type) {
 
 ContentType::ContentType(std::string mimeType) {
   shared_->mimeType = std::move(mimeType);
+  shared_->isKnown = true;
 }
 
 ContentType ContentType::ofFile(std::filesystem::path file) {
+  return foundBy([file = std::move(file)] { return platform::mimeTypeOfFile(file); });
+}
+
+ContentType ContentType::foundBy(std::function<std::string()> find) {
   ContentType type{std::string()};
-  type.shared_->file = std::move(file);
+  type.shared_->find = std::move(find);
+  type.shared_->isKnown = false;
   return type;
 }
 
 const std::string& ContentType::mimeType() const {
-  std::call_once(shared_->isKnown, [this] {
-    if (!shared_->file.empty()) shared_->mimeType = platform::mimeTypeOfFile(shared_->file);
+  std::call_once(shared_->finding, [this] {
+    if (shared_->find) shared_->mimeType = shared_->find();
+    shared_->isKnown = true;
   });
   return shared_->mimeType;
 }

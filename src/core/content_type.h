@@ -9,7 +9,9 @@
 
 #pragma once
 
+#include <atomic>
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <mutex>
 #include <string>
@@ -26,15 +28,20 @@ class ContentType {
   // The type of a file, found out when it is first asked for and then kept: looking into the database, and at times
   // into the file, costs more than many operations that don't ask.
   static ContentType ofFile(std::filesystem::path file);
+  // The same, found out by `find`.
+  static ContentType foundBy(std::function<std::string()> find);
 
+  // Whether mimeType() costs nothing any more.
+  bool isKnown() const { return shared_->isKnown; }
   const std::string& mimeType() const;
   bool conformsTo(ContentKind kind) const;
 
  private:
   struct Shared {
-    std::once_flag isKnown;
-    std::filesystem::path file;  // empty where the type was given
-    std::string mimeType;        // written once, under isKnown
+    std::once_flag finding;
+    std::function<std::string()> find;  // called once; none where the type was given
+    std::string mimeType;               // written once, under finding
+    std::atomic<bool> isKnown = false;
   };
   std::shared_ptr<Shared> shared_ = std::make_shared<Shared>();
 };

@@ -11,6 +11,7 @@
 #include <optional>
 #include <span>
 #include <string>
+#include <utility>
 
 #include "platform/readable_file.h"
 
@@ -34,6 +35,9 @@ class InputHandle {
 
   // For libraries that read from a descriptor of their own accord. Belongs to this object.
   int descriptor() const { return file_.descriptor(); }
+
+  // The file itself, for services of platform/ that keep it open.
+  platform::ReadableFile takeFile() && { return std::move(file_); }
 
   const std::filesystem::path& url() const { return url_; }
 

@@ -10,6 +10,10 @@
 //   static const AcceptedInputs& accepts();
 // and where the record can't say it,
 //   static bool canRun(std::span<const InputFile> inputs);
+// and where several share a configuration record that has no panel of its own,
+//   static Panel panel();
+// where settings are read from the inputs, as those marked `fromInput()` and the facts in its panel are,
+//   static Config configurationFor(std::span<const InputFile> inputs, OperationContext& context);
 // What it may add, each with the default that holds without it:
 //   static constexpr Placement placement = Placement::boxed;
 //   static constexpr std::string_view module;             // of the heavy library it stands on; none

@@ -53,6 +53,14 @@ class OperationType {
 
   // A new record with the defaults. Only where isConfigurable().
   std::unique_ptr<OperationConfig> defaultConfig() const { return makeConfig_(); }
+  // Whether its panel shows what is read from the inputs.
+  bool isConfiguredFromInputs() const { return defaultPanel().isFromInput(); }
+  // A new record with what the inputs say, and the defaults for the rest. Throws OperationError. Only where
+  // isConfiguredFromInputs(), and not of a described one; front ends ask Box::configurationFor().
+  std::unique_ptr<OperationConfig> configurationFor(std::span<const InputFile> inputs,
+                                                    OperationContext& context) const {
+    return configurationFor_(inputs, context);
+  }
   // Whether the record is this operation's own.
   bool owns(const OperationConfig& config) const { return ownsConfig_ && ownsConfig_(config); }
   // A copy of a record of this operation; of another's, one that the run refuses.
@@ -98,6 +106,7 @@ class OperationType {
   std::function<std::unique_ptr<QuirnOperation>()> make_;
   std::function<std::unique_ptr<OperationConfig>()> makeConfig_;
   std::function<std::unique_ptr<OperationConfig>(const OperationConfig&)> copyConfig_;
+  std::function<std::unique_ptr<OperationConfig>(std::span<const InputFile>, OperationContext&)> configurationFor_;
   std::function<bool(const OperationConfig&)> ownsConfig_;
   std::function<Panel(const OperationConfig&)> panel_;
 };
@@ -117,6 +126,14 @@ concept HasOwnTest = requires(std::span<const InputFile> inputs) {
 
 template <class Operation>
 concept HasConfig = requires { typename Operation::Config; };
+
+template <class Operation>
+concept ReadsConfiguration = requires { &Operation::configurationFor; };
+
+template <class Operation>
+concept HasOwnPanel = requires {
+  { Operation::panel() } -> std::same_as<Panel>;
+};
 
 template <class Operation>
 concept IsPerFile = std::is_base_of_v<PerFileOperation, Operation> ||
@@ -140,6 +157,12 @@ template <class Operation>
 OperationType OperationType::of() {
   OperationType type = describedBy<Operation>();
   type.make_ = [] { return std::make_unique<Operation>(); };
+  if constexpr (detail::ReadsConfiguration<Operation>) {
+    static_assert(!detail::IsPerFile<Operation>, "each input would have its own");
+    type.configurationFor_ = [](std::span<const InputFile> inputs, OperationContext& context) {
+      return std::make_unique<typename Operation::Config>(Operation::configurationFor(inputs, context));
+    };
+  }
   if constexpr (detail::IsPerFile<Operation>) {
     type.processFile_ = [](const InputFile& input, [[maybe_unused]] const OperationConfig& config,
                            OperationContext& context) {
@@ -181,7 +204,11 @@ OperationType OperationType::describedBy() {
       return std::make_unique<Config>(static_cast<const Config&>(config));
     };
     type.panel_ = [](const OperationConfig& config) {
-      return typeid(config) == typeid(Config) ? Config::panel() : Panel();
+      if (typeid(config) != typeid(Config)) return Panel();
+      if constexpr (detail::HasOwnPanel<Operation>)
+        return Operation::panel();
+      else
+        return Config::panel();
     };
   }
   return type;

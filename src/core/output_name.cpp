@@ -47,6 +47,10 @@ std::string fileName(std::string_view stem, std::string_view mark, int number, s
   return std::string(platform::utf8Prefix(stem, room)) + rest;
 }
 
+std::string markOf(const OutputNaming& naming) {
+  return naming.suffix.empty() ? "" : fmt::format(" ({})", naming.suffix);
+}
+
 // `mark` stands between the stem and the number.
 fs::path uniqueURL(const fs::path& folder, std::string_view stem, std::string_view mark, std::string_view extension) {
   ReservedOutputPaths& reserved = reservedOutputPaths();
@@ -68,8 +72,11 @@ fs::path uniqueOutputURL(const fs::path& folder, std::string_view stem, std::str
 }
 
 fs::path uniqueOutputURL(const fs::path& folder, const OutputNaming& naming) {
-  const std::string mark = naming.suffix.empty() ? "" : fmt::format(" ({})", naming.suffix);
-  return uniqueURL(folder, naming.stem, mark, naming.extension);
+  return uniqueURL(folder, naming.stem, markOf(naming), naming.extension);
+}
+
+std::string fileNameOf(const OutputNaming& naming) {
+  return fileName(naming.stem, markOf(naming), 0, naming.extension);
 }
 
 fs::path uniqueFileURL(const fs::path& folder, std::string_view stem, std::string_view extension) {

@@ -19,6 +19,9 @@ struct OutputNaming {
   std::string extension;
 };
 
+// The first choice of such a name.
+std::string fileNameOf(const OutputNaming& naming);
+
 // A location in `folder` that no file has and that this process has not given out before; " ({n})"
 // stands before the extension where needed. The name is reserved by this call. A stem too long for
 // a file name is shortened. May be called from any thread.

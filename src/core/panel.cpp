@@ -5,6 +5,7 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <charconv>
 
 #include "core/nearest_name.h"
@@ -70,6 +71,10 @@ std::string Control::accepted() const {
     case Kind::choice: return fmt::format("{}", fmt::join(optionNames(*this), ", "));
     case Kind::stepper: return fmt::format("a whole number from {} to {}", legal.lowest, legal.highest);
     case Kind::slider: return fmt::format("a number from {} to {}", legal.lowest, legal.highest);
+    case Kind::list:
+      return fmt::format(
+          "“12 Title; 30 Another”, with {} and {}, or an array of objects in JSON with the keys {} and {}",
+          texts.numberKey, texts.textKey, texts.numberKey, texts.textKey);
     case Kind::field: break;
   }
   return "any text";
@@ -83,6 +88,21 @@ std::vector<std::string> Panel::notes() const {
   std::vector<std::string> texts;
   for (Note& note : itemsOf<Note>(items_)) texts.push_back(std::move(note.text));
   return texts;
+}
+
+std::vector<Fact> Panel::facts() const {
+  return itemsOf<Fact>(items_);
+}
+
+bool Panel::isFromInput() const {
+  return !facts().empty() || std::ranges::any_of(controls(), &Control::isFromInput);
+}
+
+void Panel::restore(OperationConfig& config, std::string_view key, std::string_view value) const {
+  for (const Fact& fact : facts()) {
+    if (fact.key == key) return fact.write(config, value);
+  }
+  set(config, key, value);
 }
 
 void Panel::set(OperationConfig& config, std::string_view key, std::string_view value) const {
@@ -107,6 +127,7 @@ platform::JsonObject Panel::values(const OperationConfig& config) const {
       case Control::Kind::toggle: object.emplace_back(control.key, text == "true"); break;
       case Control::Kind::stepper:
       case Control::Kind::slider: object.emplace_back(control.key, platform::JsonNumber{text}); break;
+      case Control::Kind::list: object.emplace_back(control.key, platform::parsedJson(text)); break;
       case Control::Kind::choice:
       case Control::Kind::field: object.emplace_back(control.key, text); break;
     }

@@ -18,6 +18,7 @@
 #include <cstdint>
 #include <functional>
 #include <initializer_list>
+#include <limits>
 #include <optional>
 #include <stdexcept>
 #include <string>
@@ -51,8 +52,18 @@ struct Range {
   double highest = 0;
 };
 
+// What the window shows of a list whose rows are a text and a number.
+struct ListTexts {
+  std::string empty;    // in place of the rows where there are none
+  std::string add;      // of the button
+  std::string textKey;  // of the columns, in the JSON form
+  std::string textLabel;
+  std::string numberKey;
+  std::string numberLabel;
+};
+
 struct Control {
-  enum class Kind { toggle, choice, stepper, slider, field };
+  enum class Kind { toggle, choice, stepper, slider, field, list };
   struct Option {
     std::string name;   // what scripts write: the enumerator's name
     std::string label;  // what the window shows
@@ -65,13 +76,21 @@ struct Control {
   Range legal;                  // of a stepper or slider: what is accepted
   Range suggested;              // what the window's control spans, within `legal`
   std::string unit;
-  std::string placeholder;  // of a field
+  std::string placeholder;   // of a field, and of the text in a new row of a list
+  ListTexts texts;           // of a list
+  bool isFromInput = false;  // its value is read from the inputs before a person sees it
   std::function<std::string(const OperationConfig&)> read;
   std::function<void(OperationConfig&, std::string_view)> write;  // throws SettingError
   std::function<bool(const OperationConfig&)> isShown;            // empty: always
 
   // "sha256, sha1, sha512, md5", "a whole number from 1 to 50", …
   std::string accepted() const;
+
+  // See OperationType::configurationFor().
+  Control fromInput() && {
+    isFromInput = true;
+    return std::move(*this);
+  }
 
   template <class Config>
   Control shownWhen(bool (*condition)(const Config&)) && {
@@ -85,9 +104,17 @@ struct Note {
   std::string text;
 };
 
+// What the program has found out about the inputs and shows between the controls, as "12 pages". Nobody sets it.
+struct Fact {
+  std::string key;  // the member's name
+  std::function<std::string(const OperationConfig&)> text;
+  std::function<std::string(const OperationConfig&)> read;
+  std::function<void(OperationConfig&, std::string_view)> write;  // throws SettingError
+};
+
 class Panel {
  public:
-  using Item = std::variant<Control, Note>;
+  using Item = std::variant<Control, Note, Fact>;
 
   Panel() = default;
   Panel(std::initializer_list<Item> items) : items_(items) {}
@@ -95,10 +122,16 @@ class Panel {
   const std::vector<Item>& items() const { return items_; }
   std::vector<Control> controls() const;
   std::vector<std::string> notes() const;
+  std::vector<Fact> facts() const;
+  // Whether some of it is read from the inputs.
+  bool isFromInput() const;
 
   // Sets one member from text. `config` is of the record that declared this panel. Throws
   // SettingError for an unknown key or a value that is not accepted.
   void set(OperationConfig& config, std::string_view key, std::string_view value) const;
+
+  // The same for what was found out about the inputs, facts included.
+  void restore(OperationConfig& config, std::string_view key, std::string_view value) const;
 
   // The record as an object of its keys.
   platform::JsonObject values(const OperationConfig& config) const;
@@ -212,6 +245,35 @@ Control slider(std::string label, NumberBounds bounds) {
   control.suggested = bounds.suggested.value_or(bounds.legal);
   control.unit = std::move(bounds.unit);
   return control;
+}
+
+// Rows of a text and a number. The text form is theirs: `format` gives an array of objects in JSON, `parse` takes that
+// and what else is easily written, and gives nothing for text that is not accepted.
+template <auto Member>
+Control list(std::string label, std::string placeholder, ListTexts texts,
+             std::string (*format)(const detail::ValueOf<Member>&),
+             std::optional<detail::ValueOf<Member>> (*parse)(std::string_view)) {
+  Control control = detail::bound<Member>(Control::Kind::list, std::move(label), format, parse);
+  control.placeholder = std::move(placeholder);
+  control.texts = std::move(texts);
+  return control;
+}
+
+// A count: "1 page", "12 pages".
+template <auto Member>
+Fact countFact(std::string singular, std::string plural) {
+  using Count = detail::ValueOf<Member>;
+  static_assert(std::is_integral_v<Count>);
+  const Range any{0, std::numeric_limits<Count>::max()};
+  Control control = stepper<Member>({}, {.legal = any});
+  return {.key = control.key,
+          .text =
+              [read = control.read, singular = std::move(singular), plural = std::move(plural)](const auto& config) {
+                const std::string count = read(config);
+                return count + " " + (count == "1" ? singular : plural);
+              },
+          .read = control.read,
+          .write = control.write};
 }
 
 template <auto Member>

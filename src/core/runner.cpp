@@ -71,6 +71,18 @@ Run OperationRunner::runConfigured(const OperationType& type, std::vector<InputF
       std::move(completion));
 }
 
+Run OperationRunner::configure(const OperationType& type, std::vector<InputFile> inputs,
+                               std::shared_ptr<OperationContext> context, ConfigurationCompletion completion) const {
+  const auto config = std::make_shared<std::unique_ptr<OperationConfig>>();
+  return start(
+      std::move(context),
+      [&box = box_, type, inputs = std::move(inputs), config](OperationContext& own) {
+        *config = box.configurationFor(type, inputs, own);
+        return OperationResult();
+      },
+      [config, completion = std::move(completion)](const RunOutcome&) { completion(std::move(*config)); });
+}
+
 Run OperationRunner::start(std::shared_ptr<OperationContext> context, Work work, Completion completion) const {
   context->progress().setCancellationHandler([weak = std::weak_ptr(context)] {
     if (const auto running = weak.lock()) running->requestStop();

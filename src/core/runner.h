@@ -73,6 +73,12 @@ class OperationRunner {
                                   const OperationConfig& config, std::shared_ptr<OperationContext> context,
                                   Completion completion) const;
 
+  // The settings to begin with, read from the inputs: Box::configurationFor().
+  using ConfigurationCompletion = std::function<void(std::unique_ptr<OperationConfig>)>;
+  // `completion` gets null where it was cancelled.
+  [[nodiscard]] Run configure(const OperationType& type, std::vector<InputFile> inputs,
+                              std::shared_ptr<OperationContext> context, ConfigurationCompletion completion) const;
+
  private:
   using Work = std::function<OperationResult(OperationContext&)>;
   Run start(std::shared_ptr<OperationContext> context, Work work, Completion completion) const;

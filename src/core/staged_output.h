@@ -20,14 +20,14 @@ class StagedOutput {
   virtual ~StagedOutput() = default;
 
   // Appends. Throws writeFailed.
-  void write(std::span<const std::byte> bytes);
+  virtual void write(std::span<const std::byte> bytes);
   void write(std::string_view text);
 
   // For libraries that write to a descriptor of their own accord. Belongs to this object.
   virtual int descriptor() const = 0;
 
   // The name that is kept for it. Should another program take it first, the result of the run has
-  // the next free one.
+  // the next free one. What publish() returns may lack a number that keeps it apart from others until then.
   virtual const std::filesystem::path& url() const = 0;
 
   // Hands the finished output over; the last call on this object. It has its name at the latest

@@ -6,11 +6,9 @@
 #include <fmt/format.h>
 #include <openssl/crypto.h>
 #include <openssl/evp.h>
-#include <openssl/hmac.h>
 
-#include <array>
-#include <limits>
 #include <stdexcept>
+#include <utility>
 
 namespace quirn::platform {
 namespace {
@@ -56,9 +54,9 @@ const EVP_MD* methodOf(DigestAlgorithm algorithm) {
   throw std::invalid_argument("no such digest");
 }
 
-std::string hexOf(std::span<const unsigned char> bytes) {
+std::string hexOf(std::span<const std::byte> bytes) {
   std::string hex;
-  for (const unsigned char byte : bytes) fmt::format_to(std::back_inserter(hex), "{:02x}", byte);
+  for (const std::byte byte : bytes) fmt::format_to(std::back_inserter(hex), "{:02x}", byte);
   return hex;
 }
 
@@ -80,21 +78,50 @@ void Digest::update(std::span<const std::byte> bytes) {
   require(EVP_DigestUpdate(contextIn(state_.get()), bytes.data(), bytes.size()));
 }
 
-std::string Digest::finishHex() {
-  std::array<unsigned char, EVP_MAX_MD_SIZE> bytes{};
+Bytes Digest::finish() {
+  Bytes bytes(EVP_MAX_MD_SIZE);
   unsigned length = 0;
-  require(EVP_DigestFinal_ex(contextIn(state_.get()), bytes.data(), &length));
-  return hexOf(std::span(bytes).first(length));
+  require(EVP_DigestFinal_ex(contextIn(state_.get()), reinterpret_cast<unsigned char*>(bytes.data()), &length));
+  bytes.resize(length);
+  return bytes;
+}
+
+std::string Digest::finishHex() {
+  return hexOf(finish());
+}
+
+Bytes digestOf(DigestAlgorithm algorithm, std::span<const std::byte> bytes) {
+  Digest digest(algorithm);
+  digest.update(bytes);
+  return digest.finish();
+}
+
+KeyedDigest::KeyedDigest(DigestAlgorithm algorithm, std::span<const std::byte> key)
+    : inner_(algorithm), outer_(algorithm) {
+  const auto blockSize = static_cast<std::size_t>(EVP_MD_get_block_size(methodOf(algorithm)));
+  const Bytes shortened = key.size() > blockSize ? digestOf(algorithm, key) : Bytes();
+  if (!shortened.empty()) key = shortened;
+  for (const auto& [digest, pad] : {std::pair(&inner_, std::byte{0x36}), std::pair(&outer_, std::byte{0x5C})}) {
+    Bytes padded(key.begin(), key.end());
+    padded.resize(blockSize, std::byte{0});
+    for (std::byte& byte : padded) byte ^= pad;
+    digest->update(padded);
+  }
+}
+
+void KeyedDigest::update(std::span<const std::byte> bytes) {
+  inner_.update(bytes);
+}
+
+Bytes KeyedDigest::finish() {
+  outer_.update(inner_.finish());
+  return outer_.finish();
 }
 
 std::string hmacHex(DigestAlgorithm algorithm, std::string_view key, std::string_view message) {
-  std::array<unsigned char, EVP_MAX_MD_SIZE> bytes{};
-  unsigned length = 0;
-  if (key.size() > std::numeric_limits<int>::max()) throw std::length_error("key");
-  require(HMAC(methodOf(algorithm), key.data(), static_cast<int>(key.size()),
-               reinterpret_cast<const unsigned char*>(message.data()), message.size(), bytes.data(),
-               &length) != nullptr);
-  return hexOf(std::span(bytes).first(length));
+  KeyedDigest digest(algorithm, bytesOf(key));
+  digest.update(bytesOf(message));
+  return hexOf(digest.finish());
 }
 
 }  // namespace quirn::platform

@@ -7,8 +7,10 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <atomic>
 #include <cerrno>
+#include <iterator>
 #include <system_error>
 
 #include "platform/beneath.h"
@@ -17,6 +19,22 @@ namespace quirn::platform {
 namespace {
 
 std::atomic<std::int64_t> readCount = 0;
+
+[[noreturn]] void throwShortened() {
+  throw std::system_error(EIO, std::generic_category(), "the file became shorter while it was read");
+}
+
+// Calls `read` until no signal interrupts it.
+template <class Read>
+std::size_t readOnce(const Read& read) {
+  ssize_t count = 0;
+  do {
+    count = read();
+  } while (count < 0 && errno == EINTR);
+  if (count < 0) throwErrno("read");
+  readCount.fetch_add(1, std::memory_order_relaxed);
+  return static_cast<std::size_t>(count);
+}
 
 // O_NONBLOCK: should a pipe take the file's place between the look and the opening, nothing hangs.
 constexpr int openFlags = O_RDONLY | O_CLOEXEC | O_NOCTTY | O_NONBLOCK;
@@ -56,17 +74,25 @@ ReadableFile ReadableFile::openBeneath(const std::filesystem::path& folder, cons
 }
 
 std::size_t ReadableFile::read(std::span<std::byte> bytes) {
-  ssize_t count = 0;
-  do {
-    count = ::read(descriptor_.number(), bytes.data(), bytes.size());
-  } while (count < 0 && errno == EINTR);
-  if (count < 0) throwErrno("read");
-  if (count == 0 && !bytes.empty() && position_ < size_) {
-    throw std::system_error(EIO, std::generic_category(), "the file became shorter while it was read");
+  const std::size_t count = readOnce([&] { return ::read(descriptor_.number(), bytes.data(), bytes.size()); });
+  if (count == 0 && !bytes.empty() && position_ < size_) throwShortened();
+  position_ += static_cast<std::int64_t>(count);
+  return count;
+}
+
+std::size_t ReadableFile::readAt(std::int64_t offset, std::span<std::byte> bytes) const {
+  if (offset >= size_) return 0;
+  bytes = bytes.first(static_cast<std::size_t>(std::min<std::int64_t>(std::ssize(bytes), size_ - offset)));
+  std::size_t done = 0;
+  while (done < bytes.size()) {
+    const std::span<std::byte> rest = bytes.subspan(done);
+    const std::int64_t position = offset + static_cast<std::int64_t>(done);
+    const std::size_t count =
+        readOnce([&] { return ::pread(descriptor_.number(), rest.data(), rest.size(), position); });
+    if (count == 0) throwShortened();
+    done += count;
   }
-  position_ += count;
-  readCount.fetch_add(1, std::memory_order_relaxed);
-  return static_cast<std::size_t>(count);
+  return done;
 }
 
 std::int64_t ReadableFile::readsOfThisProcess() {

@@ -35,6 +35,10 @@ class ReadableFile {
   // when it was opened: a file that is cut while it is read must not pass for a short one.
   std::size_t read(std::span<std::byte> bytes);
 
+  // The bytes at `offset`, without moving what read() gives next: all that were asked for, or as many as there are up
+  // to the size. Throws as read() does.
+  std::size_t readAt(std::int64_t offset, std::span<std::byte> bytes) const;
+
   // In bytes, when the file was opened.
   std::int64_t size() const { return size_; }
 

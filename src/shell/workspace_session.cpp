@@ -125,11 +125,33 @@ void WorkspaceSession::attemptRun(const OperationType& type, std::vector<InputFi
     editing_ = EditingSession{platform::Uuid::random(), &type, std::move(inputs)};
     changed_.emit();
   } else if (type.isConfigurable()) {
-    configuring_ = ConfiguringOperation{platform::Uuid::random(), &type, type.defaultConfig(), std::move(inputs)};
-    changed_.emit();
+    configure(type, std::move(inputs));
   } else {
     start(type, std::move(inputs), nullptr);
   }
+}
+
+// The panel opens at once, or as soon as its settings are read from the inputs.
+void WorkspaceSession::configure(const OperationType& type, std::vector<InputFile> inputs) {
+  const auto open = [this, &type, inputs](std::unique_ptr<OperationConfig> config) {
+    if (config) configuring_ = ConfiguringOperation{platform::Uuid::random(), &type, std::move(config), inputs};
+    changed_.emit();
+  };
+  if (!type.isConfiguredFromInputs()) return open(type.defaultConfig());
+  activeName_ = type.info().displayName;
+  auto context = std::make_shared<LocalContext>(std::ssize(inputs), outputDirectory_);
+  progress_ = ProgressMirror::of(context->progress(), surroundings_.queue);
+  const OperationRunner runner(surroundings_.queue);
+  const auto completion = [weak = std::weak_ptr(self_), open](std::unique_ptr<OperationConfig> config) {
+    const auto self = weak.lock();
+    if (!self) return;
+    (*self)->progress_.reset();
+    (*self)->run_.reset();
+    (*self)->activeName_.clear();
+    open(std::move(config));
+  };
+  run_.emplace(runner.configure(type, std::move(inputs), std::move(context), completion));
+  changed_.emit();
 }
 
 void WorkspaceSession::attemptRun(const QuirnRunRequest& request) {

@@ -119,6 +119,7 @@ class WorkspaceSession {
   Signal<>& changed() { return changed_; }
 
  private:
+  void configure(const OperationType& type, std::vector<InputFile> inputs);
   void warn(std::string message);
   void add(std::vector<InputFile> files);
   void tellUnreadable(const std::vector<FileFailure>& unreadable);

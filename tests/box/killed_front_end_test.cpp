@@ -18,10 +18,10 @@
 namespace quirn::box {
 namespace {
 
-// A front end that runs a batch over and over until it is killed.
-pid_t startFrontEnd(const HostileFolder& folder, const std::vector<InputFile>& inputs) {
-  std::vector<std::string> words{hostileProgram().parent_path() / "quirn_hostile_front_end", hostileProgram(),
-                                 folder.path() / "out"};
+// A front end that runs a batch over and over until it is killed, or once, until it changes a file for that time.
+pid_t startFrontEnd(const HostileFolder& folder, const std::vector<InputFile>& inputs, int lastCall = 0) {
+  std::vector<std::string> words{hostileProgram().parent_path() / "quirn_hostile_front_end", std::to_string(lastCall),
+                                 hostileProgram(), folder.path() / "out"};
   for (const InputFile& input : inputs) words.push_back(input.url);
   std::vector<char*> pointers;
   for (std::string& word : words) pointers.push_back(word.data());
@@ -60,6 +60,40 @@ TEST(KilledFrontEnd, LeavesNoPartOfAnOutputUnderAName) {
           std::make_shared<LocalContext>(1, folder.path() / "out"));
     for (const auto& [name, content] : folder.snapshot()) EXPECT_FALSE(name.starts_with("out/.quirn-")) << name;
   }
+}
+
+const std::string script = "file a/b.txt one\nlarge a/c.bin 100000\nlink l a\nfile a/b.txt two";
+
+// What the outputs hold that are there under their names.
+void expectWholeOutputs(const HostileFolder& folder, int call) {
+  const auto files = folder.snapshot();
+  for (const auto& [name, content] : files) {
+    const bool isListed = name.starts_with("out/") && !name.starts_with("out/.quirn-");
+    if (!isListed || !name.ends_with("(decoded).txt")) continue;
+    EXPECT_EQ(content, "honest whole") << name << call;
+  }
+  if (!std::filesystem::exists(folder.path() / "out/x (unpacked)")) return;
+  EXPECT_EQ(files.at("out/x (unpacked)/a/b.txt"), "two") << call;
+  EXPECT_EQ(files.at("out/x (unpacked)/a/c.bin").size(), 100'000U) << call;
+}
+
+TEST(KilledFrontEnd, LeavesNoPartOfAnOutputWhicheverCallItDiesAt) {
+  int status = -1;
+  int call = 0;
+  while (++call < 1000 && status != 0) {
+    const HostileFolder folder;
+    std::vector<InputFile> inputs{folder.input("x.arc", script)};
+    for (int i = 0; i < 3; ++i) inputs.push_back(folder.input(fmt::format("{}.bin", i), "honest whole"));
+    ::waitpid(startFrontEnd(folder, inputs, call), &status, 0);
+    EXPECT_TRUE(status == 0 || WTERMSIG(status) == SIGKILL);
+    expectWholeOutputs(folder, call);
+    runIn(testBox(), boxed<hostile::DecoderOperation>(), {inputs.back()},
+          std::make_shared<LocalContext>(1, folder.path() / "out"));
+    for (const auto& entry : std::filesystem::directory_iterator(folder.path() / "out"))
+      EXPECT_FALSE(entry.path().filename().string().starts_with(".quirn-")) << call;
+  }
+  EXPECT_EQ(status, 0);
+  EXPECT_GT(call, 15);
 }
 
 // The attacks that are refused in a worker do what they say where nobody refuses them.

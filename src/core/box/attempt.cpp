@@ -4,6 +4,7 @@
 #include "core/box/attempt.h"
 
 #include <algorithm>
+#include <iterator>
 #include <stop_token>
 #include <system_error>
 #include <utility>
@@ -48,16 +49,19 @@ void Attempt::begin() {
   const auto& folder = request_.context.outputDirectory();
   const auto defaults = type.isConfigurable() ? type.defaultConfig() : std::make_unique<OperationConfig>();
   const OperationConfig& config = request_.config != nullptr ? *request_.config : *defaults;
-  const std::vector<Control> controls = type.configPanel(config).controls();
+  std::vector<MessageWriter> settings;
+  for (const Control& control : type.configPanel(config).controls())
+    std::ranges::move(messagesOf(Tell::setting, {control.key, control.read(config)}), std::back_inserter(settings));
   MessageWriter messages;
   messages.choice(Tell::begin)
       .number(serial_)
       .number(type.isPerFile())
+      .number(request_.wanted == Request::Wanted::configuration)
       .text(type.info().operationID)
       .text(folder ? folder->native() : "")
       .number(grant_.total())
       .number(std::ssize(request_.inputs))
-      .number(std::ssize(controls));
+      .number(std::ssize(settings));
   const std::optional<InputHandle> opened = openAhead();
   int descriptor = opened ? opened->descriptor() : -1;
   const auto add = [&](const MessageWriter& message) {
@@ -70,8 +74,7 @@ void Attempt::begin() {
     write(message.choice(Tell::input), input);
     add(message);
   }
-  for (const Control& control : controls)
-    add(std::move(MessageWriter().choice(Tell::setting).text(control.key).text(control.read(config))));
+  for (const MessageWriter& setting : settings) add(setting);
   send(messages, descriptor);
 }
 

@@ -21,6 +21,7 @@ struct Request {
   std::span<const InputFile> inputs;
   const OperationConfig* config;  // null for the default settings
   OperationContext& context;
+  enum class Wanted { run, configuration } wanted = Wanted::run;
 };
 
 // A worker that is of no use any more.
@@ -46,6 +47,8 @@ class Attempt {
 
   // Once it has ended.
   OperationResult result() { return grant_.result(); }
+
+  const std::vector<Setting>& settings() const { return grant_.settings(); }
 
   bool hasPublished() const { return grant_.hasPublished(); }
 

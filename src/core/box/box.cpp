@@ -55,25 +55,56 @@ OperationResult Box::run(const OperationType& type, std::span<const InputFile> i
     return runHere(type, inputs, config, context);
   if (config != nullptr && !type.owns(*config)) throw OperationError::unsupportedInput("Bad config.");
   context.checkCancellation();
-  if (!type.isPerFile()) return request({type, inputs, config, context});
+  if (!type.isPerFile()) return resultOf({type, inputs, config, context});
   return runBatch(inputs, context, [&](const InputFile& input) {
-    return request({type, std::span(&input, 1), config, context}).outputs.front();
+    return resultOf({type, std::span(&input, 1), config, context}).outputs.front();
   });
+}
+
+std::unique_ptr<OperationConfig> Box::configurationFor(const OperationType& type, std::span<const InputFile> inputs,
+                                                       OperationContext& context) {
+  if (!type.isConfiguredFromInputs()) return type.defaultConfig();
+  context.checkCancellation();
+  try {
+    return readConfiguration(type, inputs, context);
+  } catch (const OperationError&) {
+    return type.defaultConfig();  // The run meets the same error, and tells of it.
+  }
+}
+
+std::unique_ptr<OperationConfig> Box::readConfiguration(const OperationType& type, std::span<const InputFile> inputs,
+                                                        OperationContext& context) {
+  if (type.placement() == Placement::inProcess || isBoxOff()) return withCode(type).configurationFor(inputs, context);
+  auto config = type.defaultConfig();
+  BoxLimits limits = limits_;
+  limits.outputs = 0;
+  request({type, inputs, nullptr, context, Request::Wanted::configuration}, limits, [&](Attempt& attempt) {
+    attempt.result();
+    const Panel panel = type.configPanel(*config);
+    for (const Setting& setting : attempt.settings()) panel.restore(*config, setting.key, setting.value);
+  });
+  return config;
+}
+
+OperationResult Box::resultOf(const Request& wanted) {
+  OperationResult result;
+  request(wanted, limits_, [&](Attempt& attempt) { result = attempt.result(); });
+  return result;
 }
 
 // A worker that served another file before may be that one's victim, so a file that spoils it gets a second try in a
 // new worker.
-OperationResult Box::request(const Request& request) {
+void Box::request(const Request& request, const BoxLimits& limits, const std::function<void(Attempt&)>& take) {
   const std::string_view module = request.type.module();
   const std::string kind(module.empty() ? plainWorker : module);
   WorkerPool::Worker worker = pool_->takeWarm(kind);
   for (bool isNew = worker == nullptr;; isNew = true) {
     if (isNew) worker = pool_->start(kind);
-    Attempt attempt(*worker, request, limits_, ++serial_);
+    Attempt attempt(*worker, request, limits, ++serial_);
     try {
       attempt.serve();
       pool_->keep(kind, std::move(worker));
-      return attempt.result();
+      return take(attempt);
     } catch (const WorkerLost& lost) {
       if (isNew || lost.how() == WorkerLost::How::slowToStop || attempt.hasPublished())
         throwFor(lost, nameFor(request.inputs));

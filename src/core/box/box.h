@@ -11,6 +11,7 @@
 
 #include <atomic>
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <span>
 
@@ -19,6 +20,7 @@
 
 namespace quirn::box {
 
+class Attempt;
 class WorkerPool;
 struct Request;
 
@@ -38,8 +40,17 @@ class Box {
   OperationResult run(const OperationType& type, std::span<const InputFile> inputs, const OperationConfig* config,
                       OperationContext& context);
 
+  // The settings to begin with on these inputs: the defaults, and what the operation reads from the files. Where they
+  // can't be read the defaults stand; the run will tell why. Throws CancellationError.
+  std::unique_ptr<OperationConfig> configurationFor(const OperationType& type, std::span<const InputFile> inputs,
+                                                    OperationContext& context);
+
  private:
-  OperationResult request(const Request& request);
+  std::unique_ptr<OperationConfig> readConfiguration(const OperationType& type, std::span<const InputFile> inputs,
+                                                     OperationContext& context);
+  // Serves the request, until its worker has done so or is out of the question, and passes what came of it to `take`.
+  void request(const Request& request, const BoxLimits& limits, const std::function<void(Attempt&)>& take);
+  OperationResult resultOf(const Request& request);
 
   BoxLimits limits_;
   std::unique_ptr<WorkerPool> pool_;

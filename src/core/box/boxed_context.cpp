@@ -8,6 +8,7 @@
 #include <stdexcept>
 
 #include "core/box/boxed_folder.h"
+#include "core/box/boxed_output.h"
 #include "core/operation_error.h"
 
 namespace quirn::box {
@@ -27,41 +28,17 @@ MessageWriter message(Ask kind) {
 
 }  // namespace
 
-class BoxedContext::Output final : public StagedOutput {
- public:
-  Output(BoxedContext& context, std::int64_t number, fs::path url, platform::FileDescriptor descriptor)
-      : context_(context), number_(number), url_(std::move(url)), descriptor_(std::move(descriptor)) {}
-  ~Output() override {
-    if (descriptor_) context_.note(message(Ask::discard).number(number_));
-  }
-  Output(const Output&) = delete;
-  Output& operator=(const Output&) = delete;
-
-  std::int64_t number() const { return number_; }
-  int descriptor() const override { return descriptor_.number(); }
-  const fs::path& url() const override { return url_; }
-  OutputFile publish(OutputRole role) override {
-    descriptor_ = platform::FileDescriptor();
-    return context_.publish(*this, role);
-  }
-
- private:
-  BoxedContext& context_;
-  std::int64_t number_;
-  fs::path url_;
-  platform::FileDescriptor descriptor_;
-};
-
 BoxedContext::BoxedContext(const platform::MessageSocket& messages, Request request)
     : OperationContext(request.total, std::move(request.outputDirectory)),
       messages_(messages),
+      isPerFile_(request.isPerFile),
       firstInput_(std::move(request.firstInput)) {
   std::int64_t number = 0;
   for (const InputFile& input : request.inputs) inputs_.emplace(input.url, number++);
 }
 
 InputHandle BoxedContext::open(const InputFile& input) {
-  const std::int64_t number = numberOf(input);
+  const std::int64_t number = numberOf(input.url);
   if (auto opened = number == 0 ? takeFirstInput() : platform::FileDescriptor())
     return {platform::ReadableFile::of(std::move(opened)), input.url};
   Answer answer = ask(message(Ask::open).number(number), Tell::opened);
@@ -74,7 +51,7 @@ platform::FileDescriptor BoxedContext::takeFirstInput() {
 }
 
 Neighbour BoxedContext::openNeighbour(const InputFile& input, const fs::path& name) {
-  Answer answer = ask(message(Ask::neighbour).number(numberOf(input)).text(name.native()), Tell::neighbour);
+  Answer answer = ask(message(Ask::neighbour).number(numberOf(input.url)).text(name.native()), Tell::neighbour);
   MessageReader reader = answer.reader();
   const auto place = reader.choice<Neighbour::Place>();
   if (place != Neighbour::Place::here) return {place, std::nullopt};
@@ -83,7 +60,7 @@ Neighbour BoxedContext::openNeighbour(const InputFile& input, const fs::path& na
 
 std::vector<InputFile> BoxedContext::enumerate(const InputFile& folder) {
   const std::scoped_lock guard(asking_);
-  Answer answer = ask(message(Ask::enumerate).number(numberOf(folder)), Tell::listed);
+  Answer answer = ask(message(Ask::enumerate).number(numberOf(folder.url)), Tell::listed);
   MessageReader reader = answer.reader();
   const std::int64_t count = reader.number();
   std::int64_t number = reader.number();
@@ -94,34 +71,33 @@ std::vector<InputFile> BoxedContext::enumerate(const InputFile& folder) {
       reader = answer.reader();
     }
     if (reader.choice<Tell>() != Tell::input) leave();
-    files.push_back(readInputFile(reader));
+    files.push_back(readInputFile(reader, [this](const fs::path& file) { return typeOf(file); }));
     const std::scoped_lock inner(mutex_);
     inputs_.emplace(files.back().url, number++);
   }
   return files;
 }
 
-MessageWriter BoxedContext::stageMessage(Ask kind, const InputFile& beside, const OutputNaming& naming) const {
-  return std::move(message(kind).number(numberOf(beside)).text(naming.stem).text(naming.suffix).text(naming.extension));
+std::string BoxedContext::typeOf(const fs::path& input) {
+  return std::string(ask(message(Ask::typeOf).number(numberOf(input)), Tell::done).reader().text());
+}
+
+MessageWriter BoxedContext::messageFor(Ask kind, const InputFile& beside, const OutputNaming& naming) const {
+  return std::move(
+      message(kind).number(numberOf(beside.url)).text(naming.stem).text(naming.suffix).text(naming.extension));
 }
 
 std::unique_ptr<StagedFolder> BoxedContext::stageFolder(const InputFile& beside, const OutputNaming& naming) {
-  const Answer answer = ask(stageMessage(Ask::stageFolder, beside, naming), Tell::staged);
+  const Answer answer = ask(messageFor(Ask::stageFolder, beside, naming), Tell::staged);
   MessageReader reader = answer.reader();
   const std::int64_t number = reader.number();
   return std::make_unique<BoxedFolder>(*this, number, std::string(reader.text()));
 }
 
 std::unique_ptr<StagedOutput> BoxedContext::stage(const InputFile& beside, const OutputNaming& naming) {
-  Answer answer = ask(stageMessage(Ask::stage, beside, naming), Tell::staged);
-  MessageReader reader = answer.reader();
-  const std::int64_t number = reader.number();
-  return std::make_unique<Output>(*this, number, std::string(reader.text()), std::move(answer.descriptor));
-}
-
-OutputFile BoxedContext::publish(const Output& output, OutputRole role) {
-  note(message(Ask::publish).number(output.number()).choice(role));
-  return remember(output.number(), {platform::Uuid::random(), output.url(), role});
+  // Those of several outputs are told apart by their names before the run has ended.
+  using enum BoxedOutput::Staging;
+  return std::make_unique<BoxedOutput>(*this, beside, naming, isPerFile_ ? whenNeeded : atOnce);
 }
 
 OutputFile BoxedContext::publishFolder(std::int64_t number, OutputRole role) {
@@ -160,10 +136,10 @@ MessageWriter BoxedContext::namedIn(Ask kind, const OutputFile& output) const {
   return std::move(message(kind).number(found->second));
 }
 
-std::int64_t BoxedContext::numberOf(const InputFile& input) const {
+std::int64_t BoxedContext::numberOf(const fs::path& input) const {
   const std::scoped_lock guard(mutex_);
-  const auto found = inputs_.find(input.url);
-  if (found == inputs_.end()) throw OperationError::readFailed(input.url, "Not an input of this run.");
+  const auto found = inputs_.find(input);
+  if (found == inputs_.end()) throw OperationError::readFailed(input, "Not an input of this run.");
   return found->second;
 }
 

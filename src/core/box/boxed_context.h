@@ -6,6 +6,7 @@
 
 #pragma once
 
+#include <atomic>
 #include <map>
 #include <mutex>
 #include <vector>
@@ -21,6 +22,7 @@ class BoxedContext final : public OperationContext {
  public:
   struct Request {
     std::int64_t total = 1;
+    bool isPerFile = false;
     std::optional<std::filesystem::path> outputDirectory;
     std::vector<InputFile> inputs;
     platform::FileDescriptor firstInput;  // if it is open already
@@ -39,6 +41,9 @@ class BoxedContext final : public OperationContext {
   // The program's own run does it.
   void finish() override {}
 
+  // The type of an input. Throws as open() does for a file that is none.
+  std::string typeOf(const std::filesystem::path& input);
+
   // What needs no answer; it goes with the next message that is sent.
   void note(const MessageWriter& message);
   // Sends what was noted.
@@ -52,7 +57,16 @@ class BoxedContext final : public OperationContext {
   // Waits for the answer, which is without its kind. Throws the program's own error instead where that is the answer.
   Answer ask(const MessageWriter& question, Tell expected);
 
+  // The message that asks for an output beside an input.
+  MessageWriter messageFor(Ask kind, const InputFile& beside, const OutputNaming& naming) const;
+
   OutputFile publishFolder(std::int64_t number, OutputRole role);
+
+  // Gives the output back, and knows its number from then on.
+  OutputFile remember(std::int64_t number, OutputFile output);
+
+  // For an output that the program has not numbered: below zero.
+  std::int64_t nextOwnNumber() { return --lastOwnNumber_; }
 
   // Notes how far the work is.
   void noteState();
@@ -61,16 +75,13 @@ class BoxedContext final : public OperationContext {
   MessageWriter namedIn(Ask kind, const OutputFile& output) const;
 
  private:
-  class Output;
-
   platform::FileDescriptor takeFirstInput();
-  std::int64_t numberOf(const InputFile& input) const;
+  std::int64_t numberOf(const std::filesystem::path& input) const;
   Answer hear() const;
-  MessageWriter stageMessage(Ask kind, const InputFile& beside, const OutputNaming& naming) const;
-  OutputFile remember(std::int64_t number, OutputFile output);
-  OutputFile publish(const Output& output, OutputRole role);
 
   const platform::MessageSocket& messages_;
+  const bool isPerFile_;
+  std::atomic<std::int64_t> lastOwnNumber_ = 0;
   std::recursive_mutex asking_;  // held from a question to its answer
 
   std::mutex sending_;

@@ -105,6 +105,7 @@ bool Grant::answer(Ask kind, MessageReader& question, const Send& send) {
       case Ask::open: open(question, send); break;
       case Ask::neighbour: openNeighbour(question, send); break;
       case Ask::enumerate: enumerate(question, send); break;
+      case Ask::typeOf: send(message(Tell::done).text(readInput(question).contentType.mimeType()), -1); break;
       case Ask::stage: stage(question, send); break;
       case Ask::stageFolder: stageFolder(question, send); break;
       case Ask::publishFolder: publishFolder(question, send); break;
@@ -252,6 +253,7 @@ void Grant::publishFolder(MessageReader& question, const Send& send) {
 bool Grant::note(Ask kind, MessageReader& message) {
   switch (kind) {
     case Ask::publish: publish(message); return true;
+    case Ask::publishWhole: publishWhole(message); return true;
     case Ask::discard: takeStaged(message); return true;
     case Ask::discardFolder: {
       const std::int64_t number = message.number();
@@ -263,6 +265,7 @@ bool Grant::note(Ask kind, MessageReader& message) {
     case Ask::state: noteState(message); return true;
     case Ask::output: {
       const std::int64_t number = message.number();
+      if (fault_) return true;
       const auto output = published_.find(number);
       if (output == published_.end() || !listed_.insert(number).second) throw OutsideGrant();
       result_.outputs.push_back(output->second);
@@ -274,6 +277,12 @@ bool Grant::note(Ask kind, MessageReader& message) {
       bytesTold_ += fileName.size() + text.size();
       if (type_.isPerFile() || bytesTold_ > mostBytesTold) throw OutsideGrant();
       result_.failures.push_back({platform::Uuid::random(), fileName, text});
+      return true;
+    }
+    case Ask::setting: {
+      readPiece(message, settings_);
+      bytesTold_ += longestPiece;
+      if (!type_.isConfiguredFromInputs() || bytesTold_ > mostBytesTold) throw OutsideGrant();
       return true;
     }
     default: return false;
@@ -295,8 +304,36 @@ void Grant::publish(MessageReader& message) {
   const auto output = takeStaged(message);
   const auto role = message.choice<OutputRole>();
   bytesPublished_ += sizeOf(*output);
-  published_.emplace(number, output->publish(role));
+  keepingFault([&] { published_.emplace(number, output->publish(role)); });
   ++steps_;
+}
+
+void Grant::publishWhole(MessageReader& message) {
+  checkOutputs();
+  const InputFile& input = readInput(message);
+  const OutputNaming naming = readNaming(message, input);
+  const std::int64_t number = message.number();
+  const auto role = message.choice<OutputRole>();
+  const std::string_view content = message.text();
+  if (number >= 0 || published_.contains(number)) throw OutsideGrant();
+  if (++wholeCount_ + stagedCount_ > limits_.outputs) throw breachOf(Budget::outputs, name_);
+  bytesPublished_ += std::ssize(content);
+  keepingFault([&] {
+    const auto output = context_.stage(input, naming);
+    output->write(content);
+    published_.emplace(number, output->publish(role));
+  });
+  ++steps_;
+}
+
+// What an unanswered message ran into is how the request ends; the worker is not to blame.
+template <class Step>
+void Grant::keepingFault(Step step) {
+  try {
+    step();
+  } catch (const OperationError& error) {
+    if (!fault_) fault_ = error;
+  }
 }
 
 // Where each file is a unit, the driver counts; a worker's own units are no more than a sign of life then.
@@ -334,6 +371,10 @@ void Grant::requireStop() const {
 bool Grant::end(Ask kind, MessageReader& message) {
   switch (kind) {
     case Ask::finished: {
+      if (fault_) {
+        ending_ = explained(*fault_);
+        return true;
+      }
       const bool hasSummary = message.number(1) == 1;
       const std::string summary(message.text(longestText));
       if (type_.isPerFile() && result_.outputs.size() != 1) throw OutsideGrant();

@@ -71,6 +71,9 @@ class Grant {
   // How many messages were taken.
   std::int64_t messageCount() const { return messageCount_; }
 
+  // What the worker has read from the inputs.
+  const std::vector<Setting>& settings() const { return settings_; }
+
   bool hasPublished() const { return !published_.empty(); }
 
   // The largest file that the worker may write now, in bytes.
@@ -103,6 +106,9 @@ class Grant {
   void publishFolder(MessageReader& message, const Send& send);
   void checkEntries(const FolderGrant& folder) const;
   void publish(MessageReader& message);
+  void publishWhole(MessageReader& message);
+  template <class Step>
+  void keepingFault(Step step);
   void noteState(MessageReader& message);
   void requireStop() const;
   OperationError explained(OperationError error) const;
@@ -120,6 +126,7 @@ class Grant {
 
   std::int64_t messageCount_ = 0;
   std::int64_t stagedCount_ = 0;
+  std::int64_t wholeCount_ = 0;
   std::map<std::int64_t, std::unique_ptr<StagedOutput>> staged_;
   std::map<std::int64_t, FolderGrant> folders_;
   std::map<std::int64_t, OutputFile> published_;
@@ -132,7 +139,9 @@ class Grant {
   std::int64_t steps_ = 0;  // what was asked, and what has changed in the state
   std::int64_t reads_ = -1;
   OperationResult result_;
-  std::set<std::int64_t> listed_;  // outputs of result_
+  std::vector<Setting> settings_;
+  std::set<std::int64_t> listed_;        // outputs of result_
+  std::optional<OperationError> fault_;  // of an output; what the request will end with
   std::optional<Ending> ending_;
 };
 

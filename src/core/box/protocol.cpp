@@ -11,15 +11,26 @@ std::string_view cutText(std::string_view text) {
   return platform::utf8Prefix(text, longestText);
 }
 
-void write(MessageWriter& message, const InputFile& input) {
-  message.text(input.url.native()).text(input.contentType.mimeType()).number(input.size).number(input.isDirectory);
+void readPiece(MessageReader& message, std::vector<Setting>& settings) {
+  const std::string key(message.text(longestText));
+  if (settings.empty() || settings.back().key != key) settings.push_back({key, {}});
+  settings.back().value += message.text(longestPiece);
 }
 
-InputFile readInputFile(MessageReader& message) {
-  InputFile input{.id = platform::Uuid::random(),
-                  .url = std::string(message.text()),
-                  .contentType = ContentType(std::string(message.text())),
-                  .bookmark = std::nullopt};
+void write(MessageWriter& message, const InputFile& input) {
+  const ContentType& type = input.contentType;
+  message.text(input.url.native()).text(type.isKnown() ? type.mimeType() : "");
+  message.number(input.size).number(input.isDirectory);
+}
+
+InputFile readInputFile(MessageReader& message, const TypeOf& typeOf) {
+  const std::filesystem::path url = std::string(message.text());
+  const std::string_view type = message.text();
+  InputFile input{
+      .id = platform::Uuid::random(),
+      .url = url,
+      .contentType = type.empty() ? ContentType::foundBy([=] { return typeOf(url); }) : ContentType(std::string(type)),
+      .bookmark = std::nullopt};
   input.size = message.number();
   input.isDirectory = message.number(1) == 1;
   return input;

@@ -7,8 +7,14 @@
 
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
+#include <filesystem>
+#include <functional>
 #include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
 
 #include "core/box/message.h"
 #include "core/input_file.h"
@@ -19,12 +25,14 @@ namespace quirn::box {
 
 // From the program.
 enum class Tell {
-  // A new request: serial, whether it is for each file alone, operation, output folder ("" for none), total of the
-  // progress, number of inputs, number of settings. So many "input" and "setting" messages follow. May come with the
+  // A new request: serial, whether it is for each file alone, whether it is for the settings alone, operation, output
+  // folder ("" for none), total of the
+  // progress, number of inputs, number of pieces of settings. So many "input" and "setting" messages follow. May come
+  // with the
   // descriptor of the first input, open already.
   begin,
   input,    // an input file; the n-th is input number n
-  setting,  // key, value
+  setting,  // key, a piece of its value; pieces of the same key in a row belong together
 
   // The answers to what a worker asks.
   opened,     // with a descriptor
@@ -32,7 +40,7 @@ enum class Tell {
   listed,     // how many "input" messages follow, number of the first
   staged,     // number, location; with a descriptor if it is no folder
   linked,     // whether the link was made
-  done,       // a location, where the question was for one
+  done,       // a location or a type, where the question was for one
   failed,     // an error
   outside,    // the name that leads out of a folder output
   cancelled,
@@ -46,6 +54,7 @@ enum class Ask {
   open,           // number of an input
   neighbour,      // number of an input, name
   enumerate,      // number of an input
+  typeOf,         // number of an input
   stage,          // number of an input, stem, suffix, extension
   stageFolder,    // the same
   beginFile,      // number of an output, name, date
@@ -57,11 +66,14 @@ enum class Ask {
 
   // Not answered.
   publish,        // number of an output, role
+  publishWhole,   // number of an input, stem, suffix, extension; number of an output, role, content
   discard,        // number of an output
   discardFolder,  // number of an output
   makeFolder,     // number of an output, name
   writeFile,      // number of an output, name, date, content
   state,          // status, total, completed, signs of life
+
+  setting,  // as in a request; of one for the settings alone
 
   // How the request ended; "finished", "failed", "cancelled" and "fault" are the last message of a request.
   output,    // number of an output
@@ -80,8 +92,31 @@ inline constexpr std::size_t longestText = 16 << 10;
 // What the worker cuts, it cuts between two characters.
 std::string_view cutText(std::string_view text);
 
+// A setting in pieces, each with its key; the value may be longer than a message.
+struct Setting {
+  std::string key;
+  std::string value;
+};
+inline constexpr std::size_t longestPiece = 32 << 10;
+template <class Kind>
+std::vector<MessageWriter> messagesOf(Kind kind, const Setting& setting) {
+  std::vector<MessageWriter> messages;
+  std::string_view rest = setting.value;
+  do {
+    MessageWriter message;
+    message.choice(kind).text(setting.key).text(rest.substr(0, longestPiece));
+    messages.push_back(std::move(message));
+    rest.remove_prefix(std::min(rest.size(), longestPiece));
+  } while (!rest.empty());
+  return messages;
+}
+// Reads a piece into the settings so far.
+void readPiece(MessageReader& message, std::vector<Setting>& settings);
+
 void write(MessageWriter& message, const InputFile& input);
-InputFile readInputFile(MessageReader& message);
+// `typeOf` is asked for the type of a file if the program doesn't know it yet and the operation wants it.
+using TypeOf = std::function<std::string(const std::filesystem::path&)>;
+InputFile readInputFile(MessageReader& message, const TypeOf& typeOf);
 
 void write(MessageWriter& message, StagedFolder::Date date);
 StagedFolder::Date readDate(MessageReader& message);

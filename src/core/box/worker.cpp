@@ -70,10 +70,10 @@ class Listener {
 // What a worker is asked to do.
 struct Work {
   std::uint32_t serial = 0;
-  bool isPerFile = false;
   std::string operationID;
   BoxedContext::Request request;
-  std::vector<std::pair<std::string, std::string>> settings;
+  bool isForConfiguration = false;
+  std::vector<Setting> settings;
 };
 
 class Worker {
@@ -88,6 +88,7 @@ class Worker {
       work.request.firstInput = std::move(begin->descriptor);
       const std::vector<InputFile> inputs = work.request.inputs;
       BoxedContext context(messages_, std::move(work.request));
+      context_ = &context;
       listener_.attend(&context, work.serial);
       const MessageWriter ending = endingOf(work, inputs, context);
       listener_.attend(nullptr, work.serial);
@@ -112,7 +113,8 @@ class Worker {
     Work work;
     take(Tell::begin);
     work.serial = static_cast<std::uint32_t>(message.number());
-    work.isPerFile = message.number(1) == 1;
+    work.request.isPerFile = message.number(1) == 1;
+    work.isForConfiguration = message.number(1) == 1;
     work.operationID = message.text();
     if (const std::string folder(message.text()); !folder.empty()) work.request.outputDirectory = folder;
     work.request.total = message.number();
@@ -120,12 +122,11 @@ class Worker {
     const std::int64_t settings = message.number();
     for (std::int64_t i = 0; i < inputs; ++i) {
       take(Tell::input);
-      work.request.inputs.push_back(readInputFile(message));
+      work.request.inputs.push_back(readInputFile(message, typeOf_));
     }
     for (std::int64_t i = 0; i < settings; ++i) {
       take(Tell::setting);
-      const std::string key(message.text());
-      work.settings.emplace_back(key, message.text());
+      readPiece(message, work.settings);
     }
     return work;
   }
@@ -148,18 +149,36 @@ class Worker {
   static OperationResult run(const OperationType& type, const Work& work, const std::vector<InputFile>& inputs,
                              BoxedContext& context) {
     const auto config = configOf(type, work);
-    if (work.isPerFile) return {{type.processFile(inputs.at(0), *config, context)}, std::nullopt, {}};
+    if (type.isPerFile()) return {{type.processFile(inputs.at(0), *config, context)}, std::nullopt, {}};
     const auto operation = type.make();
     if (const auto* configurable = dynamic_cast<const AnyConfigurableOperation*>(operation.get()))
       return configurable->runConfigured(inputs, *config, context);
     return operation->run(inputs, context);
   }
 
+  static void tellConfiguration(const OperationType& type, const std::vector<InputFile>& inputs,
+                                BoxedContext& context) {
+    const auto config = type.configurationFor(inputs, context);
+    const Panel panel = type.configPanel(*config);
+    const auto tell = [&](const auto& item) {
+      for (const MessageWriter& message : messagesOf(Ask::setting, {item.key, item.read(*config)}))
+        context.note(message);
+    };
+    for (const Fact& fact : panel.facts()) tell(fact);
+    for (const Control& control : panel.controls()) {
+      if (control.isFromInput) tell(control);
+    }
+  }
+
   // Runs it, tells of what there is to tell, and gives the last message.
   MessageWriter endingOf(const Work& work, const std::vector<InputFile>& inputs, BoxedContext& context) const {
     MessageWriter ending;
     try {
-      const OperationResult result = run(typeOf(work), work, inputs, context);
+      OperationResult result;
+      if (work.isForConfiguration)
+        tellConfiguration(typeOf(work), inputs, context);
+      else
+        result = run(typeOf(work), work, inputs, context);
       for (const OutputFile& output : result.outputs) context.note(context.namedIn(Ask::output, output));
       for (const FileFailure& failure : result.failures) {
         MessageWriter message;
@@ -184,6 +203,8 @@ class Worker {
   const OperationRegistry* ofModule_;
   const platform::MessageSocket& messages_;
   Listener listener_;
+  BoxedContext* context_ = nullptr;  // of the request that is served
+  TypeOf typeOf_ = [this](const std::filesystem::path& file) { return context_->typeOf(file); };
 };
 
 }  // namespace

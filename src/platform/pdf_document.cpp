@@ -1,0 +1,184 @@
+// SPDX-FileCopyrightText: Quirn contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "platform/pdf_document.h"
+
+#include <algorithm>
+#include <cmath>
+#include <set>
+#include <system_error>
+#include <utility>
+
+#include "platform/file_descriptor.h"
+#include "platform/pdf_internal.h"
+#include "platform/pdf_library.h"
+#include "platform/pdf_sink.h"
+
+namespace quirn::platform {
+namespace {
+
+constexpr int deepestPage = 256;  // levels of the page tree
+constexpr PDFRectangle usLetter{.left = 0, .bottom = 0, .right = 612, .top = 792};
+
+// Null if the password doesn't open the file.
+std::unique_ptr<QPDF> opened(const std::shared_ptr<PDFSource>& source, const std::string& password) {
+  auto qpdf = std::make_unique<QPDF>();
+  qpdf->setSuppressWarnings(true);
+  try {
+    qpdf->processInputSource(source, password.c_str());
+  } catch (const QPDFExc& error) {
+    if (error.getErrorCode() != qpdf_e_password) throw;
+    source->check();
+    return nullptr;
+  }
+  return qpdf;
+}
+
+}  // namespace
+
+void PDFDocument::Internals::guarded(PDFError::Kind kind, const std::function<void()>& work) const {
+  const auto checkSource = [this] {
+    try {
+      if (source) source->check();
+    } catch (const std::system_error& error) {
+      throw PDFError(PDFError::Kind::readFailed, error.what());
+    }
+  };
+  try {
+    work();
+  } catch (const PDFError&) {
+    checkSource();
+    throw;
+  } catch (const std::bad_alloc&) {
+    throw;
+  } catch (const std::exception& error) {
+    checkSource();
+    throw PDFError(kind, error.what());
+  }
+  checkSource();
+}
+
+// The library's own search is recursive and follows what the file says as deep as it goes.
+void PDFDocument::Internals::findPages() {
+  struct Level {
+    QPDFObjectHandle kids;
+    int next = 0;
+  };
+  pages.clear();
+  pageTree.clear();
+  std::vector<Level> levels;
+  const auto enter = [&](QPDFObjectHandle node) {
+    if (!node.isDictionary()) return;
+    if (!node.isIndirect()) node = qpdf->makeIndirectObject(node);
+    const bool isNew = pageTree.insert(node.getObjectID()).second;
+    QPDFObjectHandle kids = node.getKey("/Kids");
+    if (!kids.isArray()) return pages.push_back(node);
+    if (levels.size() >= deepestPage) throw PDFError(PDFError::Kind::tooDeep, "page tree");
+    if (isNew) levels.push_back({kids});
+  };
+  enter(qpdf->getRoot().getKey("/Pages"));
+  while (!levels.empty()) {
+    Level& level = levels.back();
+    if (level.next >= level.kids.getArrayNItems()) {
+      levels.pop_back();
+    } else {
+      enter(level.kids.getArrayItem(level.next++));
+    }
+  }
+}
+
+QPDFObjectHandle pageAttribute(QPDFObjectHandle page, const std::string& key) {
+  std::set<QPDFObjGen> seen;
+  while (page.isDictionary() && seen.insert(page.getObjGen()).second) {
+    if (QPDFObjectHandle value = page.getKey(key); !value.isNull()) return value;
+    page = page.getKey("/Parent");
+  }
+  return QPDFObjectHandle::newNull();
+}
+
+std::optional<PDFRectangle> rectangleOf(QPDFObjectHandle object) {
+  if (!object.isArray() || object.getArrayNItems() < 4) return std::nullopt;
+  double corners[4];
+  for (int i = 0; i < 4; ++i) {
+    if (!object.getArrayItem(i).getValueAsNumber(corners[i]) || !std::isfinite(corners[i])) return std::nullopt;
+  }
+  const PDFRectangle box{.left = std::min(corners[0], corners[2]),
+                         .bottom = std::min(corners[1], corners[3]),
+                         .right = std::max(corners[0], corners[2]),
+                         .top = std::max(corners[1], corners[3])};
+  return box.width() > 0 && box.height() > 0 ? std::optional(box) : std::nullopt;
+}
+
+PDFDocument::PDFDocument() : internals_(std::make_unique<Internals>()) {
+  internals_->qpdf = std::make_unique<QPDF>();
+  internals_->qpdf->setSuppressWarnings(true);
+  internals_->qpdf->emptyPDF();
+}
+
+PDFDocument::PDFDocument(ReadableFile file, const std::string& password) : internals_(std::make_unique<Internals>()) {
+  internals_->source = std::make_shared<PDFSource>(std::move(file));
+  unlock(password);
+}
+
+PDFDocument::~PDFDocument() = default;
+PDFDocument::PDFDocument(PDFDocument&& other) noexcept = default;
+PDFDocument& PDFDocument::operator=(PDFDocument&& other) noexcept = default;
+
+bool PDFDocument::isLocked() const {
+  return internals_->isLocked();
+}
+
+bool PDFDocument::unlock(const std::string& password) {
+  if (!isLocked()) return true;
+  internals_->guarded(PDFError::Kind::unreadable, [&] {
+    internals_->qpdf = opened(internals_->source, password);
+    if (isLocked()) return;
+    internals_->raw = std::make_unique<PDFRawObjects>(*internals_->qpdf, *internals_->source);
+    internals_->findPages();
+  });
+  return !isLocked();
+}
+
+std::size_t PDFDocument::pageCount() const {
+  return internals_->pages.size();
+}
+
+PDFRectangle PDFDocument::box(std::size_t page, PDFBox box) const {
+  QPDFObjectHandle object = internals_->pages.at(page);
+  PDFRectangle media = usLetter;
+  PDFRectangle result;
+  internals_->guarded(PDFError::Kind::unreadable, [&] {
+    media = rectangleOf(pageAttribute(object, "/MediaBox")).value_or(usLetter);
+    result = box == PDFBox::media ? media : rectangleOf(pageAttribute(object, "/CropBox")).value_or(media);
+  });
+  const PDFRectangle cut{.left = std::max(result.left, media.left),
+                         .bottom = std::max(result.bottom, media.bottom),
+                         .right = std::min(result.right, media.right),
+                         .top = std::min(result.top, media.top)};
+  return cut.width() > 0 && cut.height() > 0 ? cut : media;
+}
+
+int PDFDocument::rotation(std::size_t page) const {
+  constexpr int turn = 360;
+  long long degrees = 0;
+  internals_->guarded(PDFError::Kind::unreadable,
+                      [&] { pageAttribute(internals_->pages.at(page), "/Rotate").getValueAsInt(degrees); });
+  degrees = (degrees % turn + turn) % turn;
+  return degrees % 90 == 0 ? static_cast<int>(degrees) : 0;
+}
+
+void PDFDocument::write(int descriptor) const {
+  internals_->guarded(PDFError::Kind::writeFailed, [&] {
+    if (isLocked()) throw PDFError(PDFError::Kind::writeFailed, "locked");
+    PDFSink sink(descriptor);
+    QPDFWriter writer(*internals_->qpdf);
+    writer.setOutputPipeline(&sink);
+    writer.setDecodeLevel(qpdf_dl_none);
+    writer.setCompressStreams(false);
+    if (!internals_->qpdf->isEncrypted()) writer.setDeterministicID(true);
+    writer.write();
+    sink.finish();
+  });
+}
+
+}  // namespace quirn::platform
