@@ -10,12 +10,14 @@
 #include "core/router.h"
 #include "platform/temporary_folder.h"
 #include "window/desktop_service.h"
+#include "window/icon.h"
 #include "window/qt_text.h"
 #include "window/style.h"
 
 namespace quirn::window {
 
 Look::Look() {
+  loadIcons();
   const std::unique_ptr<QStyle> fusion(QStyleFactory::create("Fusion"));
   const QPalette plain = fusion->standardPalette();
   const QPalette now = QApplication::palette();
@@ -71,8 +73,8 @@ int run(WindowStart& start) {
   QApplication qt(argumentCount, arguments.data());
   QApplication::setApplicationName("Quirn");
   QApplication::setApplicationVersion(QUIRN_VERSION);
-  QApplication::setWindowIcon(QIcon(":/quirn/quirn.svg"));
   Look look;
+  QApplication::setWindowIcon(QIcon(":/quirn/quirn.svg"));
   DesktopSettings settings;
   look.apply(settings.appearance());
   settings.whenChanged([&look](const Appearance& appearance) { look.apply(appearance); });

@@ -90,7 +90,7 @@ void BannerStack::place() {
   setVisible(!rows_.empty());
   const int width = std::min(parentWidget()->width(), 640);
   const int height = layout()->hasHeightForWidth() ? layout()->heightForWidth(width) : sizeHint().height();
-  setGeometry((parentWidget()->width() - width) / 2, 52, width, height);
+  setGeometry((parentWidget()->width() - width) / 2, 0, width, height);
   raise();
 }
 

@@ -85,6 +85,7 @@ void CommandPalette::find() {
   list_->setVisible(!isEmpty);
   nothing_->setVisible(isEmpty);
   if (!isEmpty) list_->setCurrentIndex(model_->index(0));
+  place();
 }
 
 void CommandPalette::step(int rows) {
@@ -106,7 +107,10 @@ void CommandPalette::choose(const QModelIndex& index) {
 void CommandPalette::place() {
   setGeometry(parentWidget()->rect());
   const int width = std::min(parentWidget()->width() - 48, 640);
-  const int height = std::min(parentWidget()->height() - 96, 520);
+  // As high as what was found, so that little of the window is covered.
+  const int rows = std::max(model_->rowCount({}), 2);
+  const int rowHeight = rows > 0 && model_->rowCount({}) > 0 ? list_->sizeHintForRow(0) : 40;
+  const int height = std::min({parentWidget()->height() - 96, 560, field_->sizeHint().height() + 42 + rows * rowHeight});
   card_->setGeometry((parentWidget()->width() - width) / 2, 56, width, height);
 }
 

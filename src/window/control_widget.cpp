@@ -16,6 +16,7 @@
 #include <utility>
 
 #include "window/child.h"
+#include "window/list_editor.h"
 #include "window/parts.h"
 #include "window/qt_text.h"
 
@@ -145,6 +146,7 @@ QWidget* made(QWidget* parent, const Control& control, const std::string& value,
     case Control::Kind::choice: return choiceWidget(parent, control, value, whenSet);
     case Control::Kind::stepper: return stepperWidget(parent, control, value, whenSet);
     case Control::Kind::slider: return sliderWidget(parent, control, value, whenSet);
+    case Control::Kind::list: return child<ListEditor>(parent, control, value, whenSet);
     case Control::Kind::field: break;
   }
   return fieldWidget(parent, control, value, whenSet);

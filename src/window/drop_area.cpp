@@ -59,19 +59,13 @@ DropArea::DropArea(const std::function<void()>& addFiles, const std::function<vo
   layout->addStretch(5);
 }
 
-void DropArea::setTarget(bool isTarget) {
-  isTarget_ = isTarget;
-  update();
-}
-
 void DropArea::paintEvent(QPaintEvent*) {
   const Colors colors(palette());
   QPainter painter(this);
   painter.setRenderHint(QPainter::Antialiasing);
-  QPen pen(isTarget_ ? colors.accent : mixed(colors.border, colors.text, 0.12), isTarget_ ? 2 : 1.5);
+  QPen pen(mixed(colors.border, colors.text, 0.12), 1.5);
   pen.setDashPattern({5, 4});
   painter.setPen(pen);
-  painter.setBrush(isTarget_ ? mixed(colors.surface, colors.accent, 0.07) : QColor(Qt::transparent));
   painter.drawRoundedRect(QRectF(rect()).adjusted(14, 14, -14, -14), 12, 12);
 }
 

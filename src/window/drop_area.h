@@ -14,13 +14,8 @@ class DropArea final : public QWidget {
  public:
   DropArea(const std::function<void()>& addFiles, const std::function<void()>& paste, QWidget* parent);
 
-  void setTarget(bool isTarget);
-
  protected:
   void paintEvent(QPaintEvent* event) override;
-
- private:
-  bool isTarget_ = false;
 };
 
 }  // namespace quirn::window

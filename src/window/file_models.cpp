@@ -108,7 +108,7 @@ QVariant OutputModel::data(const QModelIndex& index, int role) const {
     case detailRole: {
       const platform::FileStatus status = platform::statusAt(file);
       const bool isFile = status.kind == platform::FileStatus::Kind::file;
-      const QString folder = shownName(file.parent_path().native());
+      const QString folder = shownFolder(file.parent_path());
       return isFile ? toQt(byteCountText(status.size)) + " · " + folder : folder;
     }
     case tileRole: {

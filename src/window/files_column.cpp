@@ -61,7 +61,8 @@ FilesColumn::FilesColumn(WorkspaceSession& session, Commands commands, QWidget* 
   inputModel_ = child<InputModel>(static_cast<QObject*>(this), session);
   outputModel_ = child<OutputModel>(static_cast<QObject*>(this), session);
   auto* const layout = layoutOf<QVBoxLayout>(this, 14);
-  auto* const card = child<Card>(this);
+  inputCard_ = child<Card>(this);
+  Card* const card = inputCard_;
   auto* const inside = layoutOf<QVBoxLayout>(card, 0, {1, 1, 1, 1});
   stack_ = child<QStackedWidget>(card);
   stack_->addWidget(makeEmpty());
@@ -78,8 +79,7 @@ FilesColumn::FilesColumn(WorkspaceSession& session, Commands commands, QWidget* 
 }
 
 QWidget* FilesColumn::makeEmpty() {
-  dropArea_ = child<DropArea>(stack_, commands_.addFiles, commands_.paste);
-  return dropArea_;
+  return child<DropArea>(stack_, commands_.addFiles, commands_.paste);
 }
 
 QWidget* FilesColumn::makeInputs() {
@@ -162,7 +162,7 @@ void FilesColumn::sync() {
 }
 
 void FilesColumn::setDropTarget(bool isTarget) {
-  static_cast<DropArea*>(dropArea_)->setTarget(isTarget);
+  inputCard_->setTarget(isTarget);
 }
 
 void FilesColumn::removeSelected() {

@@ -49,7 +49,7 @@ class FilesColumn final : public QWidget {
   InputModel* inputModel_ = nullptr;
   OutputModel* outputModel_ = nullptr;
   QStackedWidget* stack_ = nullptr;  // the drop area, or the list
-  QWidget* dropArea_ = nullptr;
+  Card* inputCard_ = nullptr;
   QLabel* inputCount_ = nullptr;
   RowList* inputs_ = nullptr;
   QWidget* outputCard_ = nullptr;

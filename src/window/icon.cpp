@@ -14,6 +14,11 @@
 #include "window/colors.h"
 #include "window/qt_text.h"
 
+// Qt wants this outside of any namespace.
+static void initialiseResources() {
+  Q_INIT_RESOURCE(icons);
+}
+
 namespace quirn::window {
 namespace {
 
@@ -93,6 +98,10 @@ OperationCategory familyOf(FileKind kind) {
 }
 
 }  // namespace
+
+void loadIcons() {
+  initialiseResources();
+}
 
 QIcon icon(std::string_view drawing) {
   return QIcon(std::make_unique<DrawingEngine>(drawing).release());

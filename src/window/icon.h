@@ -16,6 +16,9 @@
 
 namespace quirn::window {
 
+// Makes the drawings reachable; called once, before the first of them is asked for.
+void loadIcons();
+
 // The drawing for a symbol name such as "doc.on.doc": its own, else that of the nearest name
 // ("doc.badge.gearshape" is a "doc"), else the one of any tool. Names a file of icons.qrc.
 std::string_view drawingFor(std::string_view symbol);

@@ -14,7 +14,7 @@
 namespace quirn::window {
 namespace {
 
-constexpr int margin = 10;
+constexpr int margin = 14;
 constexpr int gap = 12;
 
 QFont scaled(QFont font, double factor, int weight = QFont::Normal) {
@@ -51,7 +51,10 @@ void drawHeading(QPainter* painter, const QStyleOptionViewItem& option, const Co
 }  // namespace
 
 void RowDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const {
-  const Colors colors(option.palette);
+  // Headings are disabled, as far as Qt knows; they are drawn like the rest.
+  QPalette palette = option.palette;
+  palette.setCurrentColorGroup(QPalette::Active);
+  const Colors colors(palette);
   const QString title = index.data(Qt::DisplayRole).toString();
   painter->save();
   if (index.data(headingRole).toBool()) {
@@ -65,7 +68,7 @@ void RowDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option, c
   const int tileSize = density_ == Density::roomy ? 34 : 28;
   const QPoint corner(row.left(), row.center().y() - tileSize / 2 + 1);
   if (isFaded) painter->setOpacity(0.45);
-  painter->drawPixmap(corner, index.data(tileRole).value<Tile>()(tileSize, option.palette,
+  painter->drawPixmap(corner, index.data(tileRole).value<Tile>()(tileSize, palette,
                                                                  painter->device()->devicePixelRatioF()));
   painter->setOpacity(1);
 

@@ -73,14 +73,17 @@ MainWindow::MainWindow(Parts parts)
 QWidget* MainWindow::makeHeader() {
   auto* const header = child<QWidget>(this);
   auto* const layout = layoutOf<QHBoxLayout>(header, 8);
-  QPushButton* const add = quietTextButton(header, "plus", "Add Files");
+  waysIn_ = child<QWidget>(header);
+  auto* const ways = layoutOf<QHBoxLayout>(waysIn_, 4);
+  QPushButton* const add = quietTextButton(waysIn_, "plus", "Add Files");
   add->setToolTip("Choose files to work on (Ctrl+O)");
   connect(add, &QPushButton::clicked, this, [this] { events_.post(notifications::openFiles); });
-  QPushButton* const pasting = quietTextButton(header, "paste", "Paste");
+  QPushButton* const pasting = quietTextButton(waysIn_, "paste", "Paste");
   pasting->setToolTip("Paste files or an image (Ctrl+V)");
   connect(pasting, &QPushButton::clicked, this, [this] { paste(); });
-  layout->addWidget(add);
-  layout->addWidget(pasting);
+  ways->addWidget(add);
+  ways->addWidget(pasting);
+  layout->addWidget(waysIn_);
   layout->addStretch(1);
   QPushButton* const search = button(header, "search", "Search operations…   Ctrl+K");
   search->setObjectName("searchButton");
@@ -167,6 +170,7 @@ void MainWindow::sync() {
   operations_->sync();
   syncPanel();
   syncWorkbench();
+  waysIn_->setVisible(workbench_ == nullptr);
   if (isClosing_ && !session_.isActive()) close();
 }
 

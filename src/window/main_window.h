@@ -61,6 +61,7 @@ class MainWindow final : public QWidget {
   const OperationRegistry& registry_;
   BannerCenter& banners_;
   EventBus& events_;
+  QWidget* waysIn_ = nullptr;        // the buttons that bring files, which the workbench has no use for
   QStackedWidget* pages_ = nullptr;  // the body, or the workbench
   QStackedWidget* right_ = nullptr;  // the operations, or the options
   FilesColumn* files_ = nullptr;

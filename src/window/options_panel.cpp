@@ -101,12 +101,13 @@ void OptionsPanel::fill(const ConfiguringOperation& open) {
   panel_ = open.opType->configPanel(*open.config);
   rows_.clear();
   auto* const form = std::make_unique<QWidget>().release();  // which the scroll area owns
-  form->setAutoFillBackground(false);
   form_ = form;
   formLayout_ = layoutOf<QVBoxLayout>(form, 14, {20, 16, 20, 16});
   for (const Panel::Item& item : panel_.items()) {
     if (const auto* const control = std::get_if<Control>(&item)) {
       addControl(*control, open);
+    } else if (const auto* const fact = std::get_if<Fact>(&item)) {
+      formLayout_->addWidget(label(form, toQt(fact->text(*open.config))));
     } else {
       QLabel* const note = quietLabel(form, toQt(std::get<Note>(item).text));
       note->setWordWrap(true);
@@ -115,6 +116,7 @@ void OptionsPanel::fill(const ConfiguringOperation& open) {
   }
   formLayout_->addStretch();
   scroll_->setWidget(form);
+  form->setAutoFillBackground(false);  // which the scroll area has just set
   update();
   run_->setFocus();  // so that Return runs at once
 }

@@ -65,13 +65,19 @@ QPushButton* quietTextButton(QWidget* parent, std::string_view drawing, const QS
   return made;
 }
 
+void Card::setTarget(bool isTarget) {
+  isTarget_ = isTarget;
+  update();
+}
+
 void Card::paintEvent(QPaintEvent*) {
   const Colors colors(palette());
   QPainter painter(this);
   painter.setRenderHint(QPainter::Antialiasing);
-  painter.setPen(colors.border);
-  painter.setBrush(colors.surface);
-  painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), 12, 12);
+  painter.setPen(isTarget_ ? QPen(colors.accent, 2) : QPen(colors.border));
+  painter.setBrush(isTarget_ ? mixed(colors.surface, colors.accent, 0.06) : colors.surface);
+  const double inset = isTarget_ ? 1 : 0.5;
+  painter.drawRoundedRect(QRectF(rect()).adjusted(inset, inset, -inset, -inset), 12, 12);
 }
 
 QWidget* separator(QWidget* parent) {

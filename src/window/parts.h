@@ -40,8 +40,14 @@ class Card : public QFrame {
  public:
   explicit Card(QWidget* parent) : QFrame(parent) {}
 
+  // While something may be dropped on it.
+  void setTarget(bool isTarget);
+
  protected:
   void paintEvent(QPaintEvent* event) override;
+
+ private:
+  bool isTarget_ = false;
 };
 
 // A line between two parts of a card.

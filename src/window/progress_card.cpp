@@ -19,7 +19,10 @@ constexpr int barSteps = 1000;
 
 ProgressCard::ProgressCard(WorkspaceSession& session, QWidget* parent) : QWidget(parent), session_(session) {
   setObjectName("progress");
-  auto* const outer = layoutOf<QVBoxLayout>(this, 8, {16, 12, 12, 14});
+  auto* const frame = layoutOf<QVBoxLayout>(this);
+  frame->addWidget(separator(this));
+  auto* const outer = layoutIn<QVBoxLayout>(frame, 8);
+  outer->setContentsMargins(16, 12, 12, 14);
   auto* const head = layoutIn<QHBoxLayout>(outer, 10);
   auto* const words = layoutIn<QVBoxLayout>(head, 1);
   name_ = label(this, {}, 1, Weight::strong);

@@ -3,6 +3,8 @@
 
 #include "window/qt_text.h"
 
+#include <QDir>
+
 #include "core/url.h"
 #include "platform/text.h"
 
@@ -18,6 +20,13 @@ std::string fromQt(const QString& text) {
 
 QString shownName(std::string_view name) {
   return toQt(platform::displayText(name));
+}
+
+QString shownFolder(const std::filesystem::path& folder) {
+  const QString path = shownName(folder.native());
+  const QString home = QDir::homePath();
+  if (path == home) return "~";
+  return path.startsWith(home + "/") ? "~" + path.mid(home.size()) : path;
 }
 
 QUrl urlOf(const std::filesystem::path& path) {

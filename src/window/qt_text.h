@@ -16,8 +16,10 @@ namespace quirn::window {
 QString toQt(std::string_view utf8);
 std::string fromQt(const QString& text);
 
-// A file's name as people may see it, whatever bytes it has.
+// A text of other origin, such as a file's name, as people may see it, whatever bytes it has.
 QString shownName(std::string_view name);
+// A folder, with "~" for the person's own.
+QString shownFolder(const std::filesystem::path& folder);
 
 // Locations keep the exact bytes of names, which need not be text.
 QUrl urlOf(const std::filesystem::path& path);

@@ -210,7 +210,8 @@ void Style::drawControl(ControlElement element, const QStyleOption* option, QPai
     case CE_PushButton:
       drawControl(CE_PushButtonBevel, option, painter, widget);
       drawControl(CE_PushButtonLabel, option, painter, widget);
-      if (is(option, State_HasFocus)) focusRing(painter, option->rect, Colors(option->palette));
+      // A click leaves the focus where it was aimed; only the keyboard has to see where it is.
+      if (is(option, State_HasFocus) && is(option, State_KeyboardFocusChange)) focusRing(painter, option->rect, Colors(option->palette));
       return;
     case CE_PushButtonLabel: {
       const auto* const button = qstyleoption_cast<const QStyleOptionButton*>(option);
