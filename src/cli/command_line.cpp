@@ -8,7 +8,6 @@
 #include <algorithm>
 #include <utility>
 
-#include "cli/options.h"
 #include "core/input_file.h"
 #include "core/nearest_name.h"
 #include "core/url.h"
@@ -245,6 +244,16 @@ Command chosen(Parsed parsed, const std::vector<CommandSyntax>& commands, const 
 }
 
 }  // namespace
+
+std::vector<CommandSyntax> describedCommands() {
+  Parsed parsed;
+  std::vector<CommandSyntax> commands = allCommands(parsed);
+  for (CommandSyntax& command : commands) {
+    command.addArgument = nullptr;
+    for (Option& option : command.options) option.set = nullptr;
+  }
+  return commands;
+}
 
 Command parseCommandLine(std::span<const std::string> words) {
   Parsed parsed;

@@ -32,10 +32,10 @@ GeneratedFile desktopEntry(const OperationRegistry& registry) {
     groups += fmt::format("\n[Desktop Action {}]\nName={}\nExec=quirn open{}\n", name, entryValue(shortcut.title), operation);
   }
   std::string text = fmt::format(
-      "[Desktop Entry]\nType=Application\nVersion=1.5\nName=Quirn\nGenericName=File Toolbox\n"
+      "[Desktop Entry]\nType=Application\nVersion=1.4\nName=Quirn\nGenericName=File Toolbox\n"
       "Comment=Work on PDFs, images, audio, video, archives and text, on this computer alone\n"
       "Exec=quirn open %U\nIcon={0}\nTerminal=false\nDBusActivatable=true\nStartupNotify=true\n"
-      "StartupWMClass={0}\nSingleMainWindow=true\nCategories=Utility;FileTools;Qt;\n"
+      "StartupWMClass={0}\nCategories=Utility;FileTools;Qt;\n"
       "Keywords=convert;merge;split;compress;pdf;image;checksum;json;\nMimeType={1};\nActions={2};\n{3}",
       applicationID, fmt::join(types, ";"), fmt::join(actions, ";"), groups);
   return {.path = fmt::format("applications/{}.desktop", applicationID), .text = std::move(text)};

@@ -51,7 +51,7 @@ std::string nemoAction(std::string_view name, std::string_view comment, std::str
 
 std::string thunarSendTo() {
   return fmt::format(
-      "[Desktop Entry]\nType=Application\nVersion=1.5\nName=Quirn\nIcon={}\nTryExec=quirn\nExec=quirn open %F\n"
+      "[Desktop Entry]\nType=Application\nVersion=1.4\nName=Quirn\nIcon={}\nTryExec=quirn\nExec=quirn open %F\n"
       "MimeType=application/octet-stream;\n",
       applicationID);
 }

@@ -8,6 +8,8 @@
 #include <QAbstractItemView>
 #include <QAbstractButton>
 #include <QApplication>
+#include <QDropEvent>
+#include <QKeyEvent>
 #include <QMimeData>
 #include <chrono>
 #include <filesystem>
