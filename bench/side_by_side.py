@@ -6,7 +6,7 @@
 
     side_by_side.py [--rounds N] LABEL -- QUIRN ARGS... -- [NAME TARGET] OTHER ARGS... [-- ...]
 
-Each command is a whole process. {fresh} in a command is a new folder each time, in QUIRN_BENCH_FOLDER. They are left for
+Each command is a whole process; a word "--" of its own is written "\\--" here. {fresh} in a command is a new folder each time, in QUIRN_BENCH_FOLDER. They are left for
 the calling script to remove at its end: for minutes after many files were deleted, ext4 makes new ones ten times slower.
 A ratio of 2.0 means that Quirn takes half the time; TARGET is the ratio that it should reach.
 """
@@ -27,7 +27,7 @@ def split(words):
         if word == "--":
             groups.append([])
         else:
-            groups[-1].append(word)
+            groups[-1].append("--" if word == "\\--" else word)
     return groups
 
 

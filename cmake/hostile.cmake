@@ -15,7 +15,7 @@ quirn_loads_modules(quirn_hostile)
 quirn_module(hostile
   SOURCES tests/hostile/hostile_operations.cpp tests/hostile/attacks.cpp tests/hostile/module.cpp
   BESIDE quirn_hostile)
-target_include_directories(quirn_module_hostile PRIVATE "${PROJECT_SOURCE_DIR}/tests")
+target_include_directories(quirn_code_hostile PRIVATE "${PROJECT_SOURCE_DIR}/tests")
 
 add_executable(quirn_hostile_front_end
     "${PROJECT_SOURCE_DIR}/tests/hostile/front_end.cpp" "${PROJECT_SOURCE_DIR}/tests/hostile/killing_calls.cpp"

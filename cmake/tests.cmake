@@ -14,14 +14,14 @@ get_property(layers GLOBAL PROPERTY QUIRN_LAYERS)
 include(hostile)
 list(FILTER tests EXCLUDE REGEX "/tests/(hostile|window)/")
 add_executable(quirn_tests ${tests} ${hostile_operations})
-add_dependencies(quirn_tests quirn quirn_hostile quirn_hostile_front_end)
+add_dependencies(quirn_tests quirn quirn_module_pdf quirn_hostile quirn_hostile_front_end)
 target_include_directories(quirn_tests PRIVATE "${PROJECT_SOURCE_DIR}/tests")
 # For support/ alone: a path of this folder in every command would keep a fresh clone from using
 # the compiler cache of another.
 set_property(SOURCE ${support} "${PROJECT_SOURCE_DIR}/tests/box/hostile_runs.cpp" APPEND PROPERTY COMPILE_DEFINITIONS
              "QUIRN_PROGRAM=\"$<TARGET_FILE:quirn>\"" "QUIRN_SOURCE_DIR=\"${PROJECT_SOURCE_DIR}\""
              "QUIRN_HOSTILE_PROGRAM=\"$<TARGET_FILE:quirn_hostile>\"")
-target_link_libraries(quirn_tests PRIVATE ${layers} GTest::gmock GTest::gtest_main)
+target_link_libraries(quirn_tests PRIVATE quirn_code_pdf ${layers} GTest::gmock GTest::gtest_main)
 set(test_headers
   <algorithm> <array> <filesystem> <functional> <map> <memory> <optional> <span> <string>
   <string_view> <vector> <fmt/format.h> <gmock/gmock.h> <gtest/gtest.h>)
@@ -51,7 +51,7 @@ if(TARGET quirn_window)
     target_link_libraries(${program} PRIVATE quirn_window ${layers} ${QUIRN_QT} GTest::gmock GTest::gtest)
     target_precompile_headers(${program} PRIVATE ${test_headers})
     quirn_loads_modules(${program})
-    add_dependencies(${program} quirn)
+    add_dependencies(${program} quirn quirn_module_pdf)
   endforeach()
   add_test(NAME quirn_window_tests COMMAND quirn_window_tests --gtest_brief=1)
   set_tests_properties(quirn_window_tests PROPERTIES TIMEOUT 600 ENVIRONMENT "QT_QPA_PLATFORM=offscreen")

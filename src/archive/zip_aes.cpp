@@ -16,7 +16,6 @@ constexpr int iterations = 1000;
 constexpr std::size_t saltSize = 16;
 constexpr std::size_t verifierSize = 2;
 constexpr std::size_t codeSize = 10;
-constexpr std::size_t blockSize = platform::Aes256::blockSize;
 
 // Takes the same time wherever they differ.
 bool areEqual(std::span<const std::byte> one, std::span<const std::byte> other) {
@@ -61,20 +60,23 @@ std::optional<ZipSalt> zipSaltOf(std::span<const std::byte> payload) {
   return salt;
 }
 
+void ZipCipher::makeStream() {
+  stream_.fill(std::byte{});
+  for (std::size_t at = 0; at < stream_.size(); at += platform::Aes256::blockSize) {
+    ++counter_;
+    for (std::size_t i = 0; i < sizeof counter_; ++i)
+      stream_[at + i] = static_cast<std::byte>(counter_ >> (8 * i) & 0xFF);
+  }
+  cipher_.encipherBlocks(stream_);
+  used_ = 0;
+}
+
 void ZipCipher::apply(std::span<std::byte> bytes) {
-  std::array<std::byte, 256 * blockSize> stream;
   while (!bytes.empty()) {
-    const std::size_t count = std::min(bytes.size(), stream.size());
-    const std::size_t blocks = (count + blockSize - 1) / blockSize;
-    const auto used = std::span(stream).first(blocks * blockSize);
-    std::ranges::fill(used, std::byte{});
-    for (std::size_t block = 0; block < blocks; ++block) {
-      ++counter_;
-      for (std::size_t i = 0; i < sizeof counter_; ++i)
-        used[block * blockSize + i] = static_cast<std::byte>(counter_ >> (8 * i) & 0xFF);
-    }
-    cipher_.encipherBlocks(used);
-    for (std::size_t i = 0; i < count; ++i) bytes[i] ^= stream[i];
+    if (used_ == stream_.size()) makeStream();
+    const std::size_t count = std::min(bytes.size(), stream_.size() - used_);
+    for (std::size_t i = 0; i < count; ++i) bytes[i] ^= stream_[used_ + i];
+    used_ += count;
     bytes = bytes.subspan(count);
   }
 }
@@ -106,16 +108,14 @@ Bytes encrypted(std::span<const std::byte> plain, const ZipSalt& salt, const Zip
   return payload;
 }
 
-std::optional<Bytes> decrypted(std::span<const std::byte> payload, const ZipAesKeys& keys) {
+std::optional<std::span<const std::byte>> authenticated(std::span<const std::byte> payload, const ZipAesKeys& keys) {
   if (payload.size() < zipAesOverhead) return std::nullopt;
   if (!areEqual(payload.subspan(saltSize, verifierSize), keys.verifier)) return std::nullopt;
   const auto ciphertext = payload.first(payload.size() - codeSize).subspan(saltSize + verifierSize);
   platform::KeyedDigest code(platform::DigestAlgorithm::sha1, keys.code);
   code.update(ciphertext);
   if (!areEqual(shortened(code.finish()), payload.last(codeSize))) return std::nullopt;
-  Bytes plain(ciphertext.begin(), ciphertext.end());
-  ZipCipher(keys).apply(plain);
-  return plain;
+  return ciphertext;
 }
 
 }  // namespace quirn

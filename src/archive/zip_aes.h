@@ -47,12 +47,16 @@ class ZipCipher {
  public:
   explicit ZipCipher(const ZipAesKeys& keys) : cipher_(keys.cipher) {}
 
-  // Goes on in place. Every call but the last is given whole blocks of 16 bytes.
+  // Goes on in place.
   void apply(std::span<std::byte> bytes);
 
  private:
+  void makeStream();
+
   platform::Aes256 cipher_;
   std::uint64_t counter_ = 0;
+  std::array<std::byte, 256 * platform::Aes256::blockSize> stream_{};
+  std::size_t used_ = stream_.size();
 };
 
 // Makes an encrypted payload in pieces: beginning(), any number of encipher(), ending().
@@ -61,7 +65,7 @@ class ZipEncryption {
   ZipEncryption(const ZipSalt& salt, const ZipAesKeys& keys);
 
   platform::Bytes beginning() const;
-  // In place; every call but the last is given whole blocks of 16 bytes.
+  // In place.
   void encipher(std::span<std::byte> bytes);
   platform::Bytes ending();
 
@@ -75,7 +79,8 @@ class ZipEncryption {
 // An encrypted payload in one step.
 platform::Bytes encrypted(std::span<const std::byte> plain, const ZipSalt& salt, const ZipAesKeys& keys);
 
-// What an encrypted payload holds; nothing if it is too short, was made with another password, or was changed.
-std::optional<platform::Bytes> decrypted(std::span<const std::byte> payload, const ZipAesKeys& keys);
+// The ciphertext in an encrypted payload; nothing if the payload is too short, was made with another password, or was
+// changed.
+std::optional<std::span<const std::byte>> authenticated(std::span<const std::byte> payload, const ZipAesKeys& keys);
 
 }  // namespace quirn

@@ -14,7 +14,6 @@
 #include <string_view>
 #include <vector>
 
-#include "archive/zip_aes.h"
 #include "archive/zip_entry.h"
 #include "platform/bytes.h"
 
@@ -28,30 +27,5 @@ std::vector<ZipFileEntry> listZipEntries(std::span<const std::byte> bytes);
 // authentication code. Throws ZipError or ByteReader::OutOfBounds.
 platform::Bytes readZipEntry(const ZipFileEntry& entry, std::optional<std::string_view> password,
                              std::span<const std::byte> bytes);
-
-// The same in steps, for those who read many entries at once and leave in place what need not be copied.
-
-// The stored data, as a part of `bytes`.
-std::span<const std::byte> zipPayloadOf(const ZipFileEntry& entry, std::span<const std::byte> bytes);
-
-class ZipContents {
- public:
-  // `payload` outlives it, where it is not encrypted.
-  explicit ZipContents(std::span<const std::byte> payload) : view_(payload) {}
-  explicit ZipContents(platform::Bytes own) : own_(std::move(own)), view_(own_) {}
-  ZipContents(ZipContents&&) = default;
-  ZipContents& operator=(ZipContents&&) = default;
-
-  std::span<const std::byte> bytes() const { return view_; }
-  platform::Bytes taken() &&;
-
- private:
-  platform::Bytes own_;
-  std::span<const std::byte> view_;  // of own_, whose place in memory moving doesn't change, or of the payload
-};
-
-// `keys` are those of an encrypted entry.
-ZipContents zipContentsOf(const ZipFileEntry& entry, const std::optional<ZipAesKeys>& keys,
-                          std::span<const std::byte> payload);
 
 }  // namespace quirn

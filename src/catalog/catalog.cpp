@@ -5,16 +5,30 @@
 
 #include <stdexcept>
 
+#include "archive/gzip_operation.h"
+#include "archive/tar_create_operation.h"
+#include "archive/tar_extract_operation.h"
+#include "archive/zip_create_operation.h"
+#include "archive/zip_extract_operation.h"
+#include "archive/zip_inspect_operation.h"
 #include "catalog/unbuilt.h"
 #include "documents/hash_files_operation.h"
 #include "documents/verify_checksums_operation.h"
 #include "pdf/pdf_bookmarks_operation.h"
+#include "pdf/pdf_compress_operation.h"
+#include "pdf/pdf_crop_operation.h"
 #include "pdf/pdf_delete_annotations_operation.h"
 #include "pdf/pdf_encrypt_operation.h"
+#include "pdf/pdf_flatten_operation.h"
 #include "pdf/pdf_merge_operation.h"
 #include "pdf/pdf_metadata_operation.h"
+#include "pdf/pdf_nup_operation.h"
+#include "pdf/pdf_page_numbers_operation.h"
+#include "pdf/pdf_repair_operation.h"
+#include "pdf/pdf_resize_operation.h"
 #include "pdf/pdf_split_operation.h"
 #include "pdf/pdf_unlock_operation.h"
+#include "pdf/pdf_watermark_operation.h"
 #include "probes/dmg_probe_operation.h"
 #include "probes/identity_copy_operation.h"
 #include "workbench/all_text_tools.h"
@@ -69,21 +83,21 @@ constexpr Row rows[] = {
     inModule<PDFBookmarksOperation>(),
     inModule<PDFEncryptOperation>(),
     inModule<PDFUnlockOperation>(),
-    unbuilt("pdf.watermark"),
-    unbuilt("pdf.page-numbers"),
-    unbuilt("pdf.flatten"),
+    inModule<PDFWatermarkOperation>(),
+    inModule<PDFPageNumbersOperation>(),
+    inModule<PDFFlattenOperation>(),
     inModule<PDFDeleteAnnotationsOperation>(),
     unbuilt("pdf.sign"),
     unbuilt("pdf.fill-forms"),
     unbuilt("pdf.annotate"),
-    unbuilt("pdf.crop"),
-    unbuilt("pdf.resize-paper"),
-    unbuilt("pdf.nup"),
+    inModule<PDFCropOperation>(),
+    inModule<PDFResizeOperation>(),
+    inModule<PDFNUpOperation>(),
     unbuilt("pdf.grayscale"),
     unbuilt("pdf.redact"),
-    unbuilt("pdf.compress"),
+    inModule<PDFCompressOperation>(),
     unbuilt("pdf.compare"),
-    unbuilt("pdf.repair"),
+    inModule<PDFRepairOperation>(),
     unbuilt("pdf.deskew"),
     unbuilt("pdf.searchable"),
     unbuilt("pdf.extract-images"),
@@ -216,14 +230,14 @@ constexpr Row rows[] = {
     unbuilt("utility.duplicates"),
     unbuilt("utility.sort-group"),
     unbuilt("utility.audio-tags"),
-    unbuilt("archive.zip-create"),
-    unbuilt("archive.zip-extract"),
-    unbuilt("archive.zip-inspect"),
-    unbuilt("archive.tar-create"),
-    unbuilt("archive.tar-extract"),
-    unbuilt("archive.gzip"),
+    built<ZipCreateOperation>(),
+    built<ZipExtractOperation>(),
+    built<ZipInspectOperation>(),
+    built<TarCreateOperation>(),
+    built<TarExtractOperation>(),
+    built<GzipOperation>(),
     unbuilt("archive.aar-create"),
-    unbuilt("archive.encrypt"),
+    built<EncryptArchiveOperation>(),
     unbuilt("archive.aar-extract"),
     unbuilt("office.document-convert"),
     unbuilt("office.markdown-docx"),

@@ -46,6 +46,7 @@ JsonObject asJson(const Control& control, const platform::JsonValue& defaultValu
       choices.emplace_back(JsonObject{{"name", name}, {"label", label}});
     object.emplace_back("choices", std::move(choices));
   }
+  if (control.isFromInput) object.emplace_back("fromInput", true);
   if (!control.placeholder.empty()) object.emplace_back("placeholder", control.placeholder);
   return object;
 }
@@ -55,6 +56,7 @@ std::string asText(const Control& control, const OperationConfig& defaults) {
   for (const auto& [name, label] : control.options) text += fmt::format("      {:<10}  {}\n", name, label);
   if (control.options.empty()) text += fmt::format("      {}\n", control.accepted());
   if (!control.unit.empty()) text += fmt::format("      in {}\n", control.unit);
+  if (control.isFromInput) return text + "      default: what the input says\n";
   const std::string value = control.read(defaults);
   return text + fmt::format("      default: {}\n", value.empty() ? "empty" : value);
 }

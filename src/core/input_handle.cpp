@@ -22,6 +22,14 @@ std::size_t InputHandle::read(std::span<std::byte> bytes) {
   }
 }
 
+platform::MappedFile InputHandle::map() const {
+  try {
+    return platform::MappedFile(descriptor());
+  } catch (const std::system_error& error) {
+    throw OperationError::readFailed(url_, error.what());
+  }
+}
+
 std::string InputHandle::readAll(std::int64_t mostBytes) {
   constexpr std::size_t leastRoom = 65536;
   const auto refuse = [this] {

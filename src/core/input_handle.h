@@ -13,6 +13,7 @@
 #include <string>
 #include <utility>
 
+#include "platform/mapped_file.h"
 #include "platform/readable_file.h"
 
 namespace quirn {
@@ -29,6 +30,10 @@ class InputHandle {
   // All that is left of the file. Throws readFailed, or unsupportedInput when that is more than
   // `mostBytes`.
   std::string readAll(std::int64_t mostBytes);
+
+  // All of it as memory, wherever reading has got to. Throws readFailed. For boxed operations: a file that is cut
+  // meanwhile ends the process.
+  platform::MappedFile map() const;
 
   // In bytes, when the file was opened.
   std::int64_t size() const { return file_.size(); }

@@ -75,7 +75,9 @@ std::string Control::accepted() const {
       return fmt::format(
           "“12 Title; 30 Another”, with {} and {}, or an array of objects in JSON with the keys {} and {}",
           texts.numberKey, texts.textKey, texts.numberKey, texts.textKey);
-    case Kind::field: break;
+    case Kind::field:
+    case Kind::secret:
+    case Kind::newSecret: break;
   }
   return "any text";
 }
@@ -129,7 +131,9 @@ platform::JsonObject Panel::values(const OperationConfig& config) const {
       case Control::Kind::slider: object.emplace_back(control.key, platform::JsonNumber{text}); break;
       case Control::Kind::list: object.emplace_back(control.key, platform::parsedJson(text)); break;
       case Control::Kind::choice:
-      case Control::Kind::field: object.emplace_back(control.key, text); break;
+      case Control::Kind::field:
+      case Control::Kind::secret:
+      case Control::Kind::newSecret: object.emplace_back(control.key, text); break;
     }
   }
   return object;

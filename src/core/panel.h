@@ -63,7 +63,8 @@ struct ListTexts {
 };
 
 struct Control {
-  enum class Kind { toggle, choice, stepper, slider, field, list };
+  // A secret is a text that is not shown while it is typed; a new one is asked for twice where a person types it.
+  enum class Kind { toggle, choice, stepper, slider, field, list, secret, newSecret };
   struct Option {
     std::string name;   // what scripts write: the enumerator's name
     std::string label;  // what the window shows
@@ -102,6 +103,13 @@ struct Control {
 // A sentence shown between the controls.
 struct Note {
   std::string text;
+  std::function<bool(const OperationConfig&)> isShown = {};  // empty: always
+
+  template <class Config>
+  Note shownWhen(bool (*condition)(const Config&)) && {
+    isShown = [condition](const OperationConfig& config) { return condition(static_cast<const Config&>(config)); };
+    return std::move(*this);
+  }
 };
 
 // What the program has found out about the inputs and shows between the controls, as "12 pages". Nobody sets it.
@@ -247,6 +255,18 @@ Control slider(std::string label, NumberBounds bounds) {
   return control;
 }
 
+namespace detail {
+
+template <auto Member>
+Control boundText(Control::Kind kind, std::string label) {
+  static_assert(std::is_same_v<ValueOf<Member>, std::string>);
+  return bound<Member>(
+      kind, std::move(label), [](const std::string& value) { return value; },
+      [](std::string_view text) { return std::optional(std::string(text)); });
+}
+
+}  // namespace detail
+
 // Rows of a text and a number. The text form is theirs: `format` gives an array of objects in JSON, `parse` takes that
 // and what else is easily written, and gives nothing for text that is not accepted.
 template <auto Member>
@@ -278,12 +298,21 @@ Fact countFact(std::string singular, std::string plural) {
 
 template <auto Member>
 Control field(std::string label, std::string placeholder = {}) {
-  static_assert(std::is_same_v<detail::ValueOf<Member>, std::string>);
-  Control control = detail::bound<Member>(
-      Control::Kind::field, std::move(label), [](const std::string& value) { return value; },
-      [](std::string_view text) { return std::optional(std::string(text)); });
+  Control control = detail::boundText<Member>(Control::Kind::field, std::move(label));
   control.placeholder = std::move(placeholder);
   return control;
+}
+
+// A password that exists already.
+template <auto Member>
+Control secret(std::string label) {
+  return detail::boundText<Member>(Control::Kind::secret, std::move(label));
+}
+
+// A password that is chosen here.
+template <auto Member>
+Control newSecret(std::string label) {
+  return detail::boundText<Member>(Control::Kind::newSecret, std::move(label));
 }
 
 }  // namespace quirn

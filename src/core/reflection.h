@@ -31,6 +31,8 @@ constexpr std::string_view lastIdentifierOfArgument() {
   std::string_view text = __PRETTY_FUNCTION__;
   text.remove_prefix(text.find("Argument = "));
   text = text.substr(0, text.find_first_of(";]"));
+  // "auto_" is called "auto", a word that the language keeps for itself.
+  if (text.ends_with('_')) text.remove_suffix(1);
   std::size_t begin = text.size();
   while (begin > 0 && isIdentifierCharacter(text[begin - 1])) --begin;
   return text.substr(begin);

@@ -34,9 +34,9 @@ void guardedRead(const InputFile& input, const std::function<void()>& work) {
   }
 }
 
-PDFDocument openPDF(const InputFile& input, OperationContext& context, const std::string& password) {
+PDFDocument openPDF(const InputFile& input, OperationContext& context) {
   PDFDocument document;
-  guardedRead(input, [&] { document = PDFDocument(context.open(input).takeFile(), password); });
+  guardedRead(input, [&] { document = PDFDocument(context.open(input).takeFile()); });
   if (std::cmp_greater(document.pageCount(), limitOf(Budget::pages))) throw breachOf(Budget::pages, input.fileName());
   return document;
 }

@@ -19,7 +19,7 @@ namespace quirn {
 OperationError readError(const platform::PDFError& error, const InputFile& input);
 
 // Throws readFailed "Not a readable PDF". The document may be locked.
-platform::PDFDocument openPDF(const InputFile& input, OperationContext& context, const std::string& password = {});
+platform::PDFDocument openPDF(const InputFile& input, OperationContext& context);
 
 // Throws unsupportedInput for one that is locked, too.
 platform::PDFDocument openUnlockedPDF(const InputFile& input, OperationContext& context);

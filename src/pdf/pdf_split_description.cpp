@@ -10,8 +10,7 @@ Panel PDFSplitConfig::panel() {
   using enum Mode;
   return {countFact<&PDFSplitConfig::pageCount>("page", "pages"),
           choice<&PDFSplitConfig::mode>("Split mode", {{everyN, "Every N pages"}, {ranges, "Ranges"}}),
-          stepper<&PDFSplitConfig::pagesPerChunk>(
-              "Pages per file", {.legal = {0, 100'000}, .suggested = Range{1, 100}, .unit = "pages per file"})
+          stepper<&PDFSplitConfig::pagesPerChunk>("Pages per file", {.legal = {0, 100'000}, .suggested = Range{1, 100}})
               .shownWhen<PDFSplitConfig>([](const PDFSplitConfig& config) { return config.mode == everyN; }),
           field<&PDFSplitConfig::rangeText>("Ranges", "e.g. 1-3, 5, 8-10")
               .shownWhen<PDFSplitConfig>([](const PDFSplitConfig& config) { return config.mode == ranges; })};

@@ -12,7 +12,8 @@ namespace quirn {
 
 OutputFile PDFUnlockOperation::processFileConfigured(const InputFile& input, const PDFPasswordConfig& config,
                                                      OperationContext& context) const {
-  const platform::PDFDocument document = openPDF(input, context, config.password);
+  platform::PDFDocument document = openPDF(input, context);
+  guardedRead(input, [&] { document.unlock(config.password); });
   if (document.isLocked()) {
     throw OperationError::unsupportedInput(fmt::format("Wrong password for {}.", input.fileName()));
   }

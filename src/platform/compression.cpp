@@ -12,6 +12,7 @@
 #include <new>
 
 #include "platform/deflate_ending.h"
+#include "platform/quick_deflate.h"
 
 namespace quirn::platform {
 namespace {
@@ -26,10 +27,7 @@ struct DecompressorFreeing {
 };
 using Decompressor = std::unique_ptr<libdeflate_decompressor, DecompressorFreeing>;
 
-constexpr int usualLevel = 6;
-constexpr int fastLevel = 1;
-
-// One for each thread and level: making one costs more than compressing a small file.
+// One for each thread: making one costs more than compressing a small file.
 template <int level>
 libdeflate_compressor& compressorOfThread() {
   thread_local const Compressor compressor(libdeflate_alloc_compressor(level));
@@ -54,17 +52,19 @@ double entropyOf(std::span<const std::byte> bytes) {
   return bits / static_cast<double>(bytes.size());
 }
 
-// What is compressed already gains nothing from a thorough search, whatever its end looks like.
-bool looksIncompressible(std::span<const std::byte> bytes) {
+bool looksCompressed(std::span<const std::byte> bytes) {
   constexpr std::size_t sample = 16 << 10;
   constexpr double nearlyAllBits = 7.9;
   return bytes.size() >= 2 * sample && entropyOf(bytes.first(sample)) > nearlyAllBits &&
          entropyOf(bytes.subspan(bytes.size() / 2).first(sample)) > nearlyAllBits;
 }
 
+// Where a hasty search of all of it finds nothing, a thorough one would take ten times as long to find nothing.
 Bytes deflated(std::span<const std::byte> bytes) {
+  constexpr int storing = 0;
+  constexpr int usual = 6;
   libdeflate_compressor& compressor =
-      looksIncompressible(bytes) ? compressorOfThread<fastLevel>() : compressorOfThread<usualLevel>();
+      looksCompressed(bytes) && !shrinksQuickly(bytes) ? compressorOfThread<storing>() : compressorOfThread<usual>();
   Bytes output(libdeflate_deflate_compress_bound(&compressor, bytes.size()));
   output.resize(libdeflate_deflate_compress(&compressor, bytes.data(), bytes.size(), output.data(), output.size()));
   return output;

@@ -28,6 +28,14 @@ std::int64_t sizeOfOpen(int descriptor) {
   return ::fstat(descriptor, &status) == 0 ? status.st_size : 0;
 }
 
+std::optional<FileAttributes> attributesOfOpen(int descriptor) {
+  constexpr mode_t permissionBits = 07777;
+  struct stat status{};
+  if (::fstat(descriptor, &status) != 0) return std::nullopt;
+  return FileAttributes{static_cast<std::uint16_t>(status.st_mode & permissionBits),
+                        std::chrono::sys_seconds(std::chrono::seconds(status.st_mtim.tv_sec))};
+}
+
 void setModified(int descriptor, std::chrono::sys_seconds modified) {
   const std::array<timespec, 2> times{timespec{0, UTIME_OMIT}, timespec{modified.time_since_epoch().count(), 0}};
   ::futimens(descriptor, times.data());

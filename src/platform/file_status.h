@@ -8,6 +8,7 @@
 #include <chrono>
 #include <cstdint>
 #include <filesystem>
+#include <optional>
 
 namespace quirn::platform {
 
@@ -30,6 +31,15 @@ bool isReadable(const std::filesystem::path& path);
 
 // The size in bytes of an open file; 0 where that can't be told.
 std::int64_t sizeOfOpen(int descriptor);
+
+// What an archive keeps of a file.
+struct FileAttributes {
+  std::uint16_t permissions = 0644;
+  std::chrono::sys_seconds modified;
+};
+
+// Of an open file; nothing where that can't be told.
+std::optional<FileAttributes> attributesOfOpen(int descriptor);
 
 // Sets the date of the last change of an open file. A date that its file system can't hold is not set.
 void setModified(int descriptor, std::chrono::sys_seconds modified);

@@ -17,7 +17,7 @@
 namespace quirn::platform {
 namespace {
 
-constexpr int deepestPage = 256;  // levels of the page tree
+constexpr int deepestPage = 100;  // levels of the page tree
 constexpr PDFRectangle usLetter{.left = 0, .bottom = 0, .right = 612, .top = 792};
 
 // Null if the password doesn't open the file.
@@ -32,6 +32,16 @@ std::unique_ptr<QPDF> opened(const std::shared_ptr<PDFSource>& source, const std
     return nullptr;
   }
   return qpdf;
+}
+
+// Told from a node above pages by its bytes, since most pages of most documents are never looked at any closer.
+bool isPage(PDFRawObjects& objects, PDFReference reference) {
+  static const PDFRewriting rewriting{.numberOf = [](PDFReference) { return 1; },
+                                      .integerAt = [](PDFReference) { return std::nullopt; },
+                                      .stringText = {}};
+  std::string text;
+  const auto object = objects.scan(reference, rewriting, text);
+  return object && !object->isStream && text.starts_with("<<") && text.find("/Kids") == std::string::npos;
 }
 
 }  // namespace
@@ -68,6 +78,10 @@ void PDFDocument::Internals::findPages() {
   pageTree.clear();
   std::vector<Level> levels;
   const auto enter = [&](QPDFObjectHandle node) {
+    if (raw && node.isIndirect() && isPage(*raw, {node.getObjectID(), node.getGeneration()})) {
+      pageTree.insert(node.getObjectID());
+      return pages.push_back(node);
+    }
     if (!node.isDictionary()) return;
     if (!node.isIndirect()) node = qpdf->makeIndirectObject(node);
     const bool isNew = pageTree.insert(node.getObjectID()).second;

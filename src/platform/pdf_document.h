@@ -21,6 +21,7 @@
 #include <string>
 #include <vector>
 
+#include "platform/pdf_geometry.h"
 #include "platform/readable_file.h"
 
 namespace quirn::platform {
@@ -39,15 +40,6 @@ class PDFError final : public std::runtime_error {
 
  private:
   Kind kind_;
-};
-
-struct PDFRectangle {
-  double left = 0;
-  double bottom = 0;
-  double right = 0;
-  double top = 0;
-  double width() const { return right - left; }
-  double height() const { return top - bottom; }
 };
 
 enum class PDFBox { media, crop };
@@ -87,6 +79,8 @@ class PDFDocument {
   // With its corners in order, as on the page or inherited. Where it is missing or no rectangle: US Letter for the
   // media box, and the media box for the crop box, which is cut to it.
   PDFRectangle box(std::size_t page, PDFBox box) const;
+  // Content outside of it stays in the file, unseen.
+  void setCropBox(std::size_t page, const PDFRectangle& box);
   // By how much the page is turned clockwise when shown: 0, 90, 180 or 270.
   int rotation(std::size_t page) const;
 

@@ -19,7 +19,8 @@ enum class Class : unsigned char { regular, space, delimiter };
 constexpr auto classes = [] {
   std::array<Class, 256> table{};
   for (const char c : {'\0', '\t', '\n', '\f', '\r', ' '}) table[static_cast<unsigned char>(c)] = Class::space;
-  for (const char c : {'(', ')', '<', '>', '[', ']', '{', '}', '/', '%'}) table[static_cast<unsigned char>(c)] = Class::delimiter;
+  for (const char c : {'(', ')', '<', '>', '[', ']', '{', '}', '/', '%'})
+    table[static_cast<unsigned char>(c)] = Class::delimiter;
   return table;
 }();
 

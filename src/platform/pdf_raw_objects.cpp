@@ -9,7 +9,8 @@
 namespace quirn::platform {
 namespace {
 
-constexpr std::size_t windowSize = 256 << 10;
+// Objects that belong together stand together, but often far from those that many of them share.
+constexpr std::size_t windowSize = 16 << 10;
 constexpr std::size_t firstLook = 2 << 10;      // most objects end before this
 constexpr std::size_t longestObject = 4 << 20;  // without the bytes of a stream
 constexpr std::size_t mostContainerBytes = 32 << 20;

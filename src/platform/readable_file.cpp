@@ -95,6 +95,10 @@ std::size_t ReadableFile::readAt(std::int64_t offset, std::span<std::byte> bytes
   return done;
 }
 
+void ReadableFile::countRead() {
+  readCount.fetch_add(1, std::memory_order_relaxed);
+}
+
 std::int64_t ReadableFile::readsOfThisProcess() {
   return readCount.load(std::memory_order_relaxed);
 }

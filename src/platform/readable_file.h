@@ -47,6 +47,8 @@ class ReadableFile {
 
   // How often this process has read from files so far: a sign of life.
   static std::int64_t readsOfThisProcess();
+  // Counts as one of them: for those who read through a mapping.
+  static void countRead();
 
  private:
   explicit ReadableFile(FileDescriptor descriptor);

@@ -88,6 +88,9 @@ class SpawnAttributes {
   posix_spawnattr_t attributes_{};
 };
 
+// Tells a worker from the program that started it.
+constexpr const char* workerVariable = "QUIRN_WORKER";
+
 std::vector<std::string> keptEnvironment() {
   std::vector<std::string> kept;
   const auto keep = [&kept](const char* name) {
@@ -119,6 +122,7 @@ pid_t spawn(const std::filesystem::path& program, const std::string& kind, int m
   const SpawnAttributes attributes;
   std::vector<std::string> words{"quirn", "--worker", kind};
   std::vector<std::string> environment = keptEnvironment();
+  environment.push_back(std::string(workerVariable) + "=1");
   pid_t child = -1;
   check(::posix_spawn(&child, program.c_str(), actions.get(), attributes.get(), pointersTo(words).data(),
                       pointersTo(environment).data()),
@@ -137,6 +141,8 @@ void limitSoftly(pid_t process, __rlimit_resource resource, std::int64_t value) 
 
 WorkerProcess::WorkerProcess(const std::filesystem::path& program, const std::string& kind)
     : messages_(FileDescriptor()), control_(FileDescriptor()) {
+  // A program that doesn't know what a worker is would do its own work instead, and start workers without end.
+  if (std::getenv(workerVariable) != nullptr) throw std::system_error(EPERM, std::generic_category(), "in a worker");
   auto [ownMessages, theirMessages] = MessageSocket::pair();
   auto [ownControl, theirControl] = MessageSocket::pair();
   messages_ = std::move(ownMessages);

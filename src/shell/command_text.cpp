@@ -36,6 +36,7 @@ class Command {
 void addSettings(Command& command, const OperationType& type, const OperationConfig& config) {
   const auto defaults = type.defaultConfig();
   for (const Control& control : type.configPanel(config).controls()) {
+    if (control.kind == Control::Kind::secret || control.kind == Control::Kind::newSecret) continue;
     const std::string value = control.read(config);
     if (value != control.read(*defaults)) command.set(control.key, value);
   }

@@ -5,6 +5,7 @@
 
 #include <fmt/format.h>
 
+#include <QAction>
 #include <QButtonGroup>
 #include <QCheckBox>
 #include <QComboBox>
@@ -16,6 +17,7 @@
 #include <utility>
 
 #include "window/child.h"
+#include "window/icon.h"
 #include "window/list_editor.h"
 #include "window/parts.h"
 #include "window/qt_text.h"
@@ -140,13 +142,56 @@ QWidget* fieldWidget(QWidget* parent, const Control& control, const std::string&
   return edit;
 }
 
-QWidget* made(QWidget* parent, const Control& control, const std::string& value, const WhenSet& whenSet) {
+QLineEdit* hiddenText(QWidget* parent, const Control& control, const QString& placeholder) {
+  auto* const edit = child<QLineEdit>(parent);
+  edit->setEchoMode(QLineEdit::Password);
+  edit->setPlaceholderText(placeholder);
+  edit->setAccessibleName(toQt(control.label) + (placeholder.isEmpty() ? "" : ", " + placeholder));
+  auto* const reveal = edit->addAction(icon("eye"), QLineEdit::TrailingPosition);
+  reveal->setToolTip("Show what is typed");
+  reveal->setCheckable(true);
+  QObject::connect(reveal, &QAction::toggled, edit, [edit](bool isShown) {
+    edit->setEchoMode(isShown ? QLineEdit::Normal : QLineEdit::Password);
+  });
+  return edit;
+}
+
+QWidget* secretWidget(QWidget* parent, const Control& control, const WhenSet& whenSet) {
+  QLineEdit* const edit = hiddenText(parent, control, {});
+  QObject::connect(edit, &QLineEdit::textChanged, edit, [whenSet](const QString& text) { whenSet(fromQt(text)); });
+  return edit;
+}
+
+// Typed twice, since nobody sees a slip.
+QWidget* newSecretWidget(QWidget* parent, const Control& control, const ControlAnswers& answers) {
+  auto* const rows = child<QWidget>(parent);
+  auto* const layout = layoutOf<QVBoxLayout>(rows, 6);
+  QLineEdit* const first = hiddenText(rows, control, {});
+  QLineEdit* const again = hiddenText(rows, control, "once more");
+  layout->addWidget(first);
+  layout->addWidget(again);
+  rows->setFocusProxy(first);
+  const auto compare = [first, again, answers] {
+    if (first->text() == again->text()) {
+      answers.set(fromQt(first->text()));
+    } else {
+      answers.refuse(again->text().isEmpty() ? "Type it once more." : "The two are not the same.");
+    }
+  };
+  for (QLineEdit* const edit : {first, again}) QObject::connect(edit, &QLineEdit::textChanged, rows, compare);
+  return rows;
+}
+
+QWidget* made(QWidget* parent, const Control& control, const std::string& value, const ControlAnswers& answers) {
+  const WhenSet& whenSet = answers.set;
   switch (control.kind) {
     case Control::Kind::toggle: return toggleWidget(parent, control, value, whenSet);
     case Control::Kind::choice: return choiceWidget(parent, control, value, whenSet);
     case Control::Kind::stepper: return stepperWidget(parent, control, value, whenSet);
     case Control::Kind::slider: return sliderWidget(parent, control, value, whenSet);
     case Control::Kind::list: return child<ListEditor>(parent, control, value, whenSet);
+    case Control::Kind::secret: return secretWidget(parent, control, whenSet);
+    case Control::Kind::newSecret: return newSecretWidget(parent, control, answers);
     case Control::Kind::field: break;
   }
   return fieldWidget(parent, control, value, whenSet);
@@ -175,8 +220,9 @@ struct AsPanelControl {
 
 }  // namespace
 
-QWidget* controlWidget(QWidget* parent, const Control& control, const std::string& value, WhenSet whenSet) {
-  QWidget* const widget = made(parent, control, value, std::move(whenSet));
+QWidget* controlWidget(QWidget* parent, const Control& control, const std::string& value,
+                       const ControlAnswers& answers) {
+  QWidget* const widget = made(parent, control, value, answers);
   widget->setObjectName(toQt(control.key));
   widget->setAccessibleName(toQt(control.label));
   return widget;

@@ -16,10 +16,15 @@
 
 namespace quirn::window {
 
-// `whenSet` is called with the new text at every change by the person. The widget is called after the
-// control's label.
+// What a widget tells at every change by the person.
+struct ControlAnswers {
+  std::function<void(const std::string&)> set;     // the new text
+  std::function<void(const std::string&)> refuse;  // a sentence on why there is none yet
+};
+
+// The widget is called after the control's label.
 QWidget* controlWidget(QWidget* parent, const Control& control, const std::string& value,
-                       std::function<void(const std::string&)> whenSet);
+                       const ControlAnswers& answers);
 
 // Whether the widget shows the control's label itself.
 bool showsOwnLabel(const Control& control);

@@ -109,9 +109,8 @@ void OptionsPanel::fill(const ConfiguringOperation& open) {
     } else if (const auto* const fact = std::get_if<Fact>(&item)) {
       formLayout_->addWidget(label(form, toQt(fact->text(*open.config))));
     } else {
-      QLabel* const note = quietLabel(form, toQt(std::get<Note>(item).text));
-      note->setWordWrap(true);
-      formLayout_->addWidget(note);
+      const Note& note = std::get<Note>(item);
+      addNote(toQt(note.text), note.isShown);
     }
   }
   formLayout_->addStretch();
@@ -121,11 +120,19 @@ void OptionsPanel::fill(const ConfiguringOperation& open) {
   run_->setFocus();  // so that Return runs at once
 }
 
+void OptionsPanel::addNote(const QString& text, std::function<bool(const OperationConfig&)> isShown) {
+  QLabel* const note = quietLabel(form_, text);
+  note->setWordWrap(true);
+  formLayout_->addWidget(note);
+  rows_.push_back({.key = "", .isShown = std::move(isShown), .widget = note});
+}
+
 void OptionsPanel::addControl(const Control& control, const ConfiguringOperation& open) {
   auto* const group = child<QWidget>(form_);
   auto* const layout = layoutOf<QVBoxLayout>(group, 6);
   QWidget* const widget = controlWidget(group, control, control.read(*open.config),
-                                        [this, key = control.key](const std::string& text) { set(key, text); });
+                                        {.set = [this, key = control.key](const auto& text) { set(key, text); },
+                                         .refuse = [this, key = control.key](const auto& why) { refuse(key, why); }});
   if (!showsOwnLabel(control)) {
     QLabel* const name = label(group, toQt(control.label), 1, Weight::strong);
     name->setBuddy(widget);
@@ -137,19 +144,23 @@ void OptionsPanel::addControl(const Control& control, const ConfiguringOperation
   refusal->hide();
   layout->addWidget(refusal);
   formLayout_->addWidget(group);
-  rows_.push_back({control, group, refusal});
+  rows_.push_back({control.key, control.isShown, group, refusal});
 }
 
 void OptionsPanel::set(const std::string& key, const std::string& text) {
   const ConfiguringOperation* const open = session_.configuring();
   if (open == nullptr) return;
-  const auto row = std::ranges::find_if(rows_, [&](const Row& each) { return each.control.key == key; });
   try {
     panel_.set(*open->config, key, text);
-    row->refusal->clear();
+    refuse(key, "");
   } catch (const SettingError& error) {
-    row->refusal->setText(toQt(error.what()));
+    refuse(key, error.what());
   }
+}
+
+// Nothing to say clears what was said.
+void OptionsPanel::refuse(const std::string& key, const std::string& sentence) {
+  std::ranges::find(rows_, key, &Row::key)->refusal->setText(toQt(sentence));
   update();
 }
 
@@ -158,9 +169,10 @@ void OptionsPanel::update() {
   if (open == nullptr) return;
   bool isAccepted = true;
   for (const Row& row : rows_) {
-    const bool isShown = !row.control.isShown || row.control.isShown(*open->config);
-    const bool isRefused = !row.refusal->text().isEmpty();
+    const bool isShown = !row.isShown || row.isShown(*open->config);
     row.widget->setVisible(isShown);
+    if (row.refusal == nullptr) continue;
+    const bool isRefused = !row.refusal->text().isEmpty();
     row.refusal->setVisible(isRefused);
     isAccepted = isAccepted && !(isShown && isRefused);
   }

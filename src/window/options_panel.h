@@ -11,7 +11,7 @@
 #include <QScrollArea>
 #include <QVBoxLayout>
 #include <QWidget>
-#include <map>
+#include <functional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -32,7 +32,9 @@ class OptionsPanel final : public QWidget {
   void makeFrame();
   void fill(const ConfiguringOperation& open);
   void addControl(const Control& control, const ConfiguringOperation& open);
+  void addNote(const QString& text, std::function<bool(const OperationConfig&)> isShown);
   void set(const std::string& key, const std::string& text);
+  void refuse(const std::string& key, const std::string& sentence);
   void update();
   void copyCommand() const;
 
@@ -40,11 +42,12 @@ class OptionsPanel final : public QWidget {
   BannerCenter& banners_;
   platform::Uuid shown_;
   Panel panel_;
-  // Of a control's key: what is hidden with it, and the sentence on a text that is not accepted.
+  // What is shown and hidden as one.
   struct Row {
-    Control control;
+    std::string key;  // of a control
+    std::function<bool(const OperationConfig&)> isShown;
     QWidget* widget = nullptr;
-    QLabel* refusal = nullptr;
+    QLabel* refusal = nullptr;  // the sentence on a text that is not accepted; of a control
   };
   std::vector<Row> rows_;
 

@@ -126,10 +126,12 @@ QWidget* WorkbenchPage::makeControls() {
     auto* const group = child<QWidget>(row);
     auto* const layout = layoutOf<QHBoxLayout>(group, 8);
     QWidget* const widget = controlWidget(group, control, workbench_.options().text(control.key, ""),
-                                          [this, key = control.key](const std::string& text) {
-                                            workbench_.setOption(key, text);
-                                            showOutput();
-                                          });
+                                          {.set =
+                                               [this, key = control.key](const std::string& text) {
+                                                 workbench_.setOption(key, text);
+                                                 showOutput();
+                                               },
+                                           .refuse = {}});
     if (control.kind == Control::Kind::field) widget->setMinimumWidth(190);
     if (!showsOwnLabel(control)) {
       QLabel* const name = quietLabel(group, toQt(control.label));

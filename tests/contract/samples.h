@@ -20,7 +20,10 @@ struct SampleFile {
 struct Sample {
   std::string_view operationID;
   std::vector<SampleFile> files;
-  bool isDeterministic = true;  // the same inputs give the same bytes
+  std::vector<std::pair<std::string, std::string>> settings{};  // on top of the defaults
+  bool isDeterministic = true;                                  // the same inputs give the same bytes
+  // It makes one thing of what can be read, without a word about what can\'t.
+  bool passesOverUnreadable = false;
 };
 
 // Null if the operation has none.

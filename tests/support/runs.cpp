@@ -28,6 +28,12 @@ Ran resultOf(const RunOutcome& outcome) {
   return ran;
 }
 
+// Workers are the program itself; a test's own is none.
+box::Box& boxOfTests() {
+  static box::Box box(QUIRN_PROGRAM);
+  return box;
+}
+
 [[noreturn]] void unreachable() {
   throw std::logic_error("a context without files");
 }
@@ -65,12 +71,16 @@ Ran runOperation(const OperationType& type, std::vector<InputFile> inputs,
   platform::PlainMainQueue queue;
   std::optional<Ran> ran;
   const auto completion = [&](const RunOutcome& outcome) { ran = resultOf(outcome); };
-  const OperationRunner runner(queue);
+  const OperationRunner runner(queue, boxOfTests());
   const auto deadline = steady_clock::now() + std::chrono::minutes(1);
   const Run run = config == nullptr ? runner.run(type, std::move(inputs), context, completion)
                                     : runner.runConfigured(type, std::move(inputs), *config, context, completion);
   queue.runUntil([&] { return ran || steady_clock::now() > deadline; }, std::chrono::milliseconds(100), [] {});
   return ran.value_or(Ran{.result = {}, .error = {}, .fault = "the run did not end"});
+}
+
+std::unique_ptr<OperationConfig> configurationOf(const OperationType& type, const std::vector<InputFile>& inputs) {
+  return boxOfTests().configurationFor(type, inputs, *contextIn());
 }
 
 InputHandle BareContext::open(const InputFile&) {

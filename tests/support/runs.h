@@ -39,6 +39,9 @@ struct Ran {
 Ran runOperation(const OperationType& type, std::vector<InputFile> inputs,
                  const std::shared_ptr<OperationContext>& context, const OperationConfig* config = nullptr);
 
+// The settings that a front end would begin with on these inputs.
+std::unique_ptr<OperationConfig> configurationOf(const OperationType& type, const std::vector<InputFile>& inputs);
+
 // A context for drivers alone: it reaches no file, and every output is what it is.
 class BareContext : public OperationContext {
  public:

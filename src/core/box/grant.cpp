@@ -371,12 +371,12 @@ void Grant::requireStop() const {
 bool Grant::end(Ask kind, MessageReader& message) {
   switch (kind) {
     case Ask::finished: {
+      const bool hasSummary = message.number(1) == 1;
+      const std::string summary(message.text(longestText));
       if (fault_) {
         ending_ = explained(*fault_);
         return true;
       }
-      const bool hasSummary = message.number(1) == 1;
-      const std::string summary(message.text(longestText));
       if (type_.isPerFile() && result_.outputs.size() != 1) throw OutsideGrant();
       if (hasSummary) result_.summary = summary;
       ending_ = std::move(result_);

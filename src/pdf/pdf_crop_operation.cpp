@@ -1,0 +1,44 @@
+// SPDX-FileCopyrightText: Quirn contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "pdf/pdf_crop_operation.h"
+
+#include <fmt/format.h>
+
+#include "pdf/pdf_pages.h"
+
+namespace quirn {
+namespace {
+
+using platform::PDFRectangle;
+
+void checkMargins(const PDFCropConfig& config) {
+  if (config.top + config.bottom >= 100 || config.left + config.right >= 100)
+    throw OperationError::unsupportedInput("Those margins would crop the whole page.");
+}
+
+}  // namespace
+
+PDFRectangle cropped(const PDFRectangle& box, const PDFCropConfig& config) {
+  const double left = box.left + box.width() * config.left / 100;
+  const double bottom = box.bottom + box.height() * config.bottom / 100;
+  return {left, bottom, left + box.width() * (1 - (config.left + config.right) / 100),
+          bottom + box.height() * (1 - (config.top + config.bottom) / 100)};
+}
+
+OutputFile PDFCropOperation::processFileConfigured(const InputFile& input, const PDFCropConfig& config,
+                                                   OperationContext& context) const {
+  checkMargins(config);
+  platform::PDFDocument document = openUnlockedPDF(input, context);
+  guardedRead(input, [&] {
+    for (std::size_t page = 0; page < document.pageCount(); ++page) {
+      context.checkCancellation();
+      document.setCropBox(page, cropped(document.box(page, platform::PDFBox::crop), config));
+    }
+  });
+  OutputFile output = writePDF(document, input, "cropped", context);
+  context.setStatus(fmt::format("Cropped {}", input.fileName()));
+  return output;
+}
+
+}  // namespace quirn
