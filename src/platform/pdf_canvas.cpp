@@ -3,13 +3,13 @@
 
 #include "platform/pdf_canvas.h"
 
+#include <fmt/format.h>
+
 #include <cmath>
 #include <map>
 #include <string>
 #include <utility>
 #include <vector>
-
-#include <fmt/format.h>
 
 #include "platform/pdf_internal.h"
 #include "platform/pdf_page_content.h"

@@ -3,11 +3,10 @@
 
 #include "platform/pdf_image_source.h"
 
+#include <qpdf/Buffer.hh>
 #include <string>
 #include <utility>
 #include <vector>
-
-#include <qpdf/Buffer.hh>
 
 #include "platform/pdf_page_content.h"
 

@@ -22,8 +22,8 @@ class PDFImageUses {
   // Follows what the page's content draws, through forms, patterns and the appearances of annotations.
   void addPage(QPDFObjectHandle page);
 
-  // The largest size, in points, at which any page shows the image; nothing for one that was not met. Where a stranger's
-  // pages draw more than can be followed, no size is known.
+  // The largest size, in points, at which any page shows the image; nothing for one that was not met. Where a
+  // stranger's pages draw more than can be followed, no size is known.
   struct Extent {
     double width = 0;
     double height = 0;

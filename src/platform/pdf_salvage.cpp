@@ -9,12 +9,11 @@
 #include <charconv>
 #include <memory>
 #include <optional>
+#include <qpdf/BufferInputSource.hh>
 #include <set>
 #include <string_view>
 #include <utility>
 #include <vector>
-
-#include <qpdf/BufferInputSource.hh>
 
 #include "platform/pdf_internal.h"
 
@@ -86,7 +85,8 @@ std::string catalogOf(const Found& found) {
 
 // Words that the library would follow on its own search.
 void disableTrailers(std::string& bytes) {
-  for (std::size_t at = bytes.find("trailer"); at != std::string::npos; at = bytes.find("trailer", at + 1)) bytes[at] = 'T';
+  for (std::size_t at = bytes.find("trailer"); at != std::string::npos; at = bytes.find("trailer", at + 1))
+    bytes[at] = 'T';
 }
 
 }  // namespace
