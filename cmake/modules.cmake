@@ -31,10 +31,10 @@ function(quirn_module name)
   endif()
 endfunction()
 
-# quirn_loads_modules(PROGRAM): the program carries all of the core and the platform, and lends them
-# to its modules.
+# quirn_loads_modules(PROGRAM): the program carries all of the layers that modules build on, and lends
+# them to its modules.
 function(quirn_loads_modules program)
   set_target_properties(${program} PROPERTIES
     ENABLE_EXPORTS ON
-    LINK_LIBRARY_OVERRIDE "WHOLE_ARCHIVE,quirn_core,quirn_platform")
+    LINK_LIBRARY_OVERRIDE "WHOLE_ARCHIVE,quirn_shell,quirn_workbench,quirn_core,quirn_platform")
 endfunction()

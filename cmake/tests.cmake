@@ -12,7 +12,7 @@ endif()
 
 get_property(layers GLOBAL PROPERTY QUIRN_LAYERS)
 include(hostile)
-list(FILTER tests EXCLUDE REGEX "/tests/hostile/")
+list(FILTER tests EXCLUDE REGEX "/tests/(hostile|window)/")
 add_executable(quirn_tests ${tests} ${hostile_operations})
 add_dependencies(quirn_tests quirn quirn_module_pdf quirn_hostile quirn_hostile_front_end)
 target_include_directories(quirn_tests PRIVATE "${PROJECT_SOURCE_DIR}/tests")
@@ -22,10 +22,10 @@ set_property(SOURCE ${support} "${PROJECT_SOURCE_DIR}/tests/box/hostile_runs.cpp
              "QUIRN_PROGRAM=\"$<TARGET_FILE:quirn>\"" "QUIRN_SOURCE_DIR=\"${PROJECT_SOURCE_DIR}\""
              "QUIRN_HOSTILE_PROGRAM=\"$<TARGET_FILE:quirn_hostile>\"")
 target_link_libraries(quirn_tests PRIVATE quirn_code_pdf ${layers} GTest::gmock GTest::gtest_main)
-target_precompile_headers(
-  quirn_tests PRIVATE
+set(test_headers
   <algorithm> <array> <filesystem> <functional> <map> <memory> <optional> <span> <string>
   <string_view> <vector> <fmt/format.h> <gmock/gmock.h> <gtest/gtest.h>)
+target_precompile_headers(quirn_tests PRIVATE ${test_headers})
 
 if(QUIRN_SANITIZE)
   # One process per case would spend most of its time starting the sanitizer.
@@ -38,4 +38,21 @@ else()
   include(GoogleTest)
   gtest_discover_tests(quirn_tests DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 60 NO_PRETTY_VALUES
                        PROPERTIES TIMEOUT 120)
+endif()
+
+if(TARGET quirn_window)
+  # The window's tests are a program of their own, so that the others start without Qt.
+  file(GLOB window_tests CONFIGURE_DEPENDS "${PROJECT_SOURCE_DIR}/tests/window/*.cpp")
+  add_executable(quirn_window_tests ${window_tests} ${support})
+  add_executable(quirn_screenshots EXCLUDE_FROM_ALL "${PROJECT_SOURCE_DIR}/tests/window/screenshots/main.cpp" ${support})
+  foreach(program quirn_window_tests quirn_screenshots)
+    target_include_directories(${program} PRIVATE "${PROJECT_SOURCE_DIR}/tests")
+    target_compile_definitions(${program} PRIVATE QT_NO_KEYWORDS)
+    target_link_libraries(${program} PRIVATE quirn_window ${layers} ${QUIRN_QT} GTest::gmock GTest::gtest)
+    target_precompile_headers(${program} PRIVATE ${test_headers})
+    quirn_loads_modules(${program})
+    add_dependencies(${program} quirn quirn_module_pdf)
+  endforeach()
+  add_test(NAME quirn_window_tests COMMAND quirn_window_tests --gtest_brief=1)
+  set_tests_properties(quirn_window_tests PROPERTIES TIMEOUT 600 ENVIRONMENT "QT_QPA_PLATFORM=offscreen")
 endif()

@@ -8,10 +8,11 @@
 #include <algorithm>
 #include <utility>
 
-#include "cli/options.h"
 #include "core/input_file.h"
 #include "core/nearest_name.h"
+#include "core/url.h"
 #include "platform/lockdown.h"
+#include "shell/window_start.h"
 
 namespace quirn::cli {
 namespace {
@@ -22,6 +23,7 @@ struct HelpArguments {
 
 // The arguments of all commands; one parse fills those of one.
 struct Parsed {
+  OpenArguments open;
   RunArguments run;
   ToolArguments tool;
   ListArguments list;
@@ -50,6 +52,18 @@ std::function<void(std::string)> only(std::string command, std::string& target) 
     if (!target.empty()) refuseArgument(command, argument);
     target = std::move(argument);
   };
+}
+
+CommandSyntax openSyntax(OpenArguments& open) {
+  return {.name = "open",
+          .arguments = "[FILE]...",
+          .summary = "Open the window, with these files in it",
+          .options = {{"--operation", "OPERATION", "Begin this operation on them",
+                       [&open](std::string operation) { open.operation = std::move(operation); }}},
+          .addArgument = [&open](std::string location) { open.locations.push_back(std::move(location)); },
+          .more =
+              "Where a window is open already, the files go to that one. A FILE may also be a\n"
+              "quirn:// link. “quirn” alone, on a desktop, does the same without files."};
 }
 
 CommandSyntax runSyntax(RunArguments& run) {
@@ -177,7 +191,7 @@ CommandSyntax helpSyntax(HelpArguments& help) {
 }
 
 std::vector<CommandSyntax> allCommands(Parsed& parsed) {
-  return {runSyntax(parsed.run),           toolSyntax(parsed.tool),       listSyntax(parsed.list),
+  return {openSyntax(parsed.open),         runSyntax(parsed.run),           toolSyntax(parsed.tool),       listSyntax(parsed.list),
           describeSyntax(parsed.describe), suggestSyntax(parsed.suggest), searchSyntax(parsed.search),
           urlSyntax(parsed.url),           helpSyntax(parsed.help)};
 }
@@ -199,6 +213,7 @@ std::string versionText() {
 }
 
 Command chosen(Parsed parsed, const std::vector<CommandSyntax>& commands, const std::string& name) {
+  if (name == "open") return std::move(parsed.open);
   if (name == "run") {
     require(!parsed.run.operation.empty(), name, "an operation");
     return std::move(parsed.run);
@@ -230,10 +245,22 @@ Command chosen(Parsed parsed, const std::vector<CommandSyntax>& commands, const 
 
 }  // namespace
 
+std::vector<CommandSyntax> describedCommands() {
+  Parsed parsed;
+  std::vector<CommandSyntax> commands = allCommands(parsed);
+  for (CommandSyntax& command : commands) {
+    command.addArgument = nullptr;
+    for (Option& option : command.options) option.set = nullptr;
+  }
+  return commands;
+}
+
 Command parseCommandLine(std::span<const std::string> words) {
   Parsed parsed;
   const std::vector<CommandSyntax> commands = allCommands(parsed);
+  if (words.empty() && hasDisplay()) return OpenArguments();
   const std::string first = words.empty() ? "--help" : words.front();
+  if (const auto url = parseUrl(first); url && url->scheme == "quirn") return OpenArguments{.operation = "", .locations = {words.begin(), words.end()}};
   if (first == "--help" || first == "-h") return Printout{helpOnAll(commands)};
   if (first == "--version") return Printout{versionText()};
   if (first.starts_with('-')) {

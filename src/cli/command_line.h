@@ -8,8 +8,11 @@
 #include <span>
 #include <string>
 #include <variant>
+#include <vector>
 
 #include "cli/catalog_commands.h"
+#include "cli/open_command.h"
+#include "cli/options.h"
 #include "cli/run_command.h"
 #include "cli/search_command.h"
 #include "cli/tool_command.h"
@@ -23,10 +26,13 @@ struct Printout {
 };
 
 using Command = std::variant<Printout, RunArguments, ToolArguments, ListArguments, DescribeArguments, SuggestArguments,
-                             SearchArguments, UrlArguments>;
+                             SearchArguments, UrlArguments, OpenArguments>;
 
 // `words` are those behind the program's name. Throws UsageError, whose message names what is
 // accepted.
 Command parseCommandLine(std::span<const std::string> words);
+
+// All commands for whoever describes them; they take no words.
+std::vector<CommandSyntax> describedCommands();
 
 }  // namespace quirn::cli

@@ -21,7 +21,7 @@ namespace quirn::cli {
 namespace {
 
 struct Dispatch {
-  const OperationRegistry& registry;
+  OperationRegistry& registry;
 
   int operator()(const Printout& printout) const {
     print(printout.text);
@@ -34,6 +34,7 @@ struct Dispatch {
   int operator()(const SuggestArguments& arguments) const { return suggestCommand(registry, arguments); }
   int operator()(const SearchArguments& arguments) const { return searchCommand(registry, arguments); }
   int operator()(const UrlArguments& arguments) const { return urlCommand(registry, arguments); }
+  int operator()(const OpenArguments& arguments) const { return openCommand(registry, arguments); }
 };
 
 // Outputs wait for the disk in groups, each with a descriptor; the usual limit is there for

@@ -41,6 +41,7 @@ class PDFImageUses {
   void addPatterns(QPDFObjectHandle resources, const PDFMatrix& matrix);
   void addStream(QPDFObjectHandle stream, QPDFObjectHandle resources, const PDFMatrix& matrix);
   void addAppearances(QPDFObjectHandle page, double userUnit);
+  void addAppearance(QPDFObjectHandle form, const PDFRectangle& rectangle, double userUnit);
   void addUse(QPDFObjectHandle image, const PDFMatrix& matrix);
   const std::vector<Call>& callsOf(QPDFObjectHandle stream);
   std::vector<Call> callsIn(std::string_view content);

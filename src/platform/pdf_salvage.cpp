@@ -9,7 +9,6 @@
 #include <charconv>
 #include <memory>
 #include <optional>
-#include <qpdf/BufferInputSource.hh>
 #include <set>
 #include <string_view>
 #include <utility>
@@ -96,7 +95,8 @@ PDFDocument salvagedPDF(std::string bytes) {
   if (found.pages.empty() || bytes.find("/Encrypt") != std::string::npos)
     throw PDFError(PDFError::Kind::unreadable, "no pages");
   disableTrailers(bytes);
-  bytes += catalogOf(found);
+  // The library passes over an object at the very beginning.
+  bytes = "%PDF-1.7\n" + bytes + catalogOf(found);
   PDFDocument document;
   PDFDocument::Internals& internals = document.internals();
   internals.guarded(PDFError::Kind::unreadable, [&] {

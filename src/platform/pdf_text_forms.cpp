@@ -5,7 +5,6 @@
 
 #include <memory>
 #include <qpdf/Buffer.hh>
-#include <qpdf/BufferInputSource.hh>
 
 #include "platform/pdf_page_content.h"
 

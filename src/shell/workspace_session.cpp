@@ -6,6 +6,8 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <set>
+#include <string>
 #include <system_error>
 #include <utility>
 
@@ -58,10 +60,26 @@ void WorkspaceSession::ingest(const std::vector<fs::path>& locations) {
 }
 
 void WorkspaceSession::add(std::vector<InputFile> files) {
+  // A drop may hold thousands, so those that are there are not gone through for each.
+  std::set<std::string> present;
+  for (const InputFile& input : inputs_) present.insert(input.url.native());
   for (InputFile& file : files) {
-    if (std::ranges::find(inputs_, file.url, &InputFile::url) == inputs_.end()) inputs_.push_back(std::move(file));
+    if (present.insert(file.url.native()).second) inputs_.push_back(std::move(file));
   }
   changed_.emit();
+}
+
+void WorkspaceSession::replaceInputs(const std::vector<fs::path>& locations) {
+  if (locations.empty()) {
+    warn("Nothing to ingest.");
+    return;
+  }
+  intake_.take(locations, [this](Intake intake) {
+    tellUnreadable(intake.unreadable);
+    if (intake.files.empty()) return;
+    inputs_.clear();
+    add(std::move(intake.files));
+  });
 }
 
 void WorkspaceSession::tellUnreadable(const std::vector<FileFailure>& unreadable) {
@@ -71,8 +89,9 @@ void WorkspaceSession::tellUnreadable(const std::vector<FileFailure>& unreadable
   surroundings_.banners.post(BannerStyle::error, fmt::format("Couldn't read {}.", listedNames(names)));
 }
 
-void WorkspaceSession::remove(const platform::Uuid& id) {
-  if (std::erase_if(inputs_, [&](const InputFile& input) { return input.id == id; }) > 0) changed_.emit();
+void WorkspaceSession::remove(std::span<const platform::Uuid> ids) {
+  const std::set<platform::Uuid> removed(ids.begin(), ids.end());
+  if (std::erase_if(inputs_, [&](const InputFile& input) { return removed.contains(input.id); }) > 0) changed_.emit();
 }
 
 void WorkspaceSession::clear() {

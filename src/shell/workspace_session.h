@@ -83,9 +83,12 @@ class WorkspaceSession {
 
   // Adds files and folders; one that is there already is not added again.
   void ingest(const std::vector<std::filesystem::path>& locations);
-  void remove(const platform::Uuid& id);
+  void remove(std::span<const platform::Uuid> ids);
   // Also takes the outputs of the last run off the list.
   void clear();
+  // Makes these, such as outputs of the last run, the input list. Those that can't be read are told; if
+  // none can, the list stays as it is.
+  void replaceInputs(const std::vector<std::filesystem::path>& locations);
 
   // The gate: opens the editor or the panel of the operation, starts the run, or refuses with a
   // banner and leaves everything as it was.

@@ -47,26 +47,26 @@ struct Row {
 };
 
 const Row rows[] = {
-    {"a stamp shows its appearance", "/Subtype /Stamp /AP << /N BOX >> " + place, "", "box|"},
+    {"a stamp shows its appearance", "/Subtype /Stamp /AP << /N BOX >> " + place, "", "box |"},
     {"a hidden one shows nothing", "/Subtype /Stamp /F 2 /AP << /N BOX >> " + place, "", "|"},
     {"one that is for print alone shows nothing", "/Subtype /Stamp /F 32 /AP << /N BOX >> " + place, "", "|"},
     {"a pop-up shows nothing", "/Subtype /Popup /AP << /N BOX >> " + place, "", "|"},
-    {"a box that is on", field + "/FT /Btn /AS /Yes /AP << /N << /Yes BOX >> >>", "", "box|"},
+    {"a box that is on", field + "/FT /Btn /AS /Yes /AP << /N << /Yes BOX >> >>", "", "box |"},
     {"a box that is off", field + "/FT /Btn /AS /Off /AP << /N << /Yes BOX >> >>", "", "|"},
-    {"text without an appearance", field + "/FT /Tx /V (Ana)", "", "Ana|"},
-    {"text beyond Latin", field + "/FT /Tx /V <FEFF6A5F5BC6>", "", "機密|"},
-    {"text in several lines", field + "/FT /Tx /Ff 4096 /V (one\ntwo)", "", "one two|"},
+    {"text without an appearance", field + "/FT /Tx /V (Ana)", "", "Ana |"},
+    {"text beyond Latin", field + "/FT /Tx /V <FEFF6A5F5BC6>", "", "機密 |"},
+    {"text in several lines", field + "/FT /Tx /Ff 4096 /V (one\ntwo)", "", "one two |"},
     {"text whose appearance is out of date", field + "/FT /Tx /V (new) /AP << /N BOX >>", "/NeedAppearances true",
-     "new|"},
-    {"text whose appearance is good", field + "/FT /Tx /V (new) /AP << /N BOX >>", "", "box|"},
+     "new |"},
+    {"text whose appearance is good", field + "/FT /Tx /V (new) /AP << /N BOX >>", "", "box |"},
     {"a choice is shown as its label", field + "/FT /Ch /Ff 131072 /V (1) /Opt [[(1) (First)] [(2) (Second)]]", "",
-     "First|"},
-    {"a list shows its options", field + "/FT /Ch /V (b) /Opt [(aa) (b)]", "", "aa b|"},
-    {"a password isn't told", field + "/FT /Tx /Ff 8192 /V (pass)", "", "****|"},
-    {"a button shows its caption", field + "/FT /Btn /Ff 65536 /MK << /CA (Send) >>", "", "Send|"},
+     "First |"},
+    {"a list shows its options", field + "/FT /Ch /V (b) /Opt [(aa) (b)]", "", "aa b |"},
+    {"a password isn't told", field + "/FT /Tx /Ff 8192 /V (pass)", "", "**** |"},
+    {"a button shows its caption", field + "/FT /Btn /Ff 65536 /MK << /CA (Send) >>", "", "Send |"},
     {"a free text without an appearance", "/Subtype /FreeText /DA (/Helv 12 Tf 0 g) /Contents (note) " + place, "",
-     "note|"},
-    {"a rubber stamp without an appearance", "/Subtype /Stamp /Name /NotApproved " + place, "", "NOT APPROVED|"},
+     "note |"},
+    {"a rubber stamp without an appearance", "/Subtype /Stamp /Name /NotApproved " + place, "", "NOT APPROVED |"},
 };
 
 TEST(FlattenedPages, SayWhatWasSeenOnThem) {
@@ -128,7 +128,7 @@ TEST(FlattenedPages, AreWhatIsResized) {
   const PDFRuns runs;
   const fs::path file = runs.file("form.pdf", annotated({field + "/FT /Tx /V (Ana)"}));
   EXPECT_EQ(outcomeOf(runs.run("pdf.resize-paper", {file})), "form (resized).pdf");
-  EXPECT_EQ(wordsOf(runs / "form (resized).pdf"), "Ana|");
+  EXPECT_EQ(wordsOf(runs / "form (resized).pdf"), "Ana |");
 }
 
 }  // namespace

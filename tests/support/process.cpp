@@ -69,9 +69,13 @@ std::filesystem::path sourceFolder() {
   return QUIRN_SOURCE_DIR;
 }
 
+std::filesystem::path quirnProgram() {
+  return QUIRN_PROGRAM;
+}
+
 Process::Process(const Invocation& invocation) {
   const bool hasTerminal = invocation.errorStream == Invocation::ErrorStream::terminal;
-  const std::string program = invocation.program.empty() ? QUIRN_PROGRAM : invocation.program.string();
+  const std::string program = (invocation.program.empty() ? quirnProgram() : invocation.program).string();
   std::vector<std::string> words{program};
   words.insert(words.end(), invocation.arguments.begin(), invocation.arguments.end());
   std::vector<std::string> environment = environmentWith(invocation.environment);

@@ -20,6 +20,8 @@ namespace quirn::tests {
 
 // The folder of the sources.
 std::filesystem::path sourceFolder();
+// Quirn as it was built with the tests.
+std::filesystem::path quirnProgram();
 
 struct Invocation {
   enum class ErrorStream { pipe, terminal };
