@@ -57,6 +57,17 @@ for name in long photos; do
     -- mutool 1 mutool clean -D -p x "$inputs/$name-locked.pdf" '{fresh}/out.pdf' \
     -- qpdf 1 qpdf --decrypt --password=x "$inputs/$name-locked.pdf" '{fresh}/out.pdf'
 done
+# Four different photos: what is equal would be packed once here.
+qpdf --empty --pages "$photos" 1-4 -- "$in_memory/four.pdf"
+gs=(gs -q -dBATCH -dNOPAUSE -sDEVICE=pdfwrite '-sOutputFile={fresh}/out.pdf')
+"$here/side_by_side.py" --rounds 3 'compress four photos of 12 megapixels' \
+  -- "${run[@]}" pdf.compress "$in_memory/four.pdf" \
+  -- gs-ebook 3 "${gs[@]}" -dPDFSETTINGS=/ebook "$in_memory/four.pdf" \
+  -- gs-screen 3 "${gs[@]}" -dPDFSETTINGS=/screen "$in_memory/four.pdf"
+"$here/side_by_side.py" --rounds 3 'compress 2,000 pages of text' \
+  -- "${run[@]}" pdf.compress "$long" \
+  -- gs-screen 3 "${gs[@]}" -dPDFSETTINGS=/screen "$long" \
+  -- qpdf 1 qpdf --object-streams=generate --recompress-flate --compression-level=9 "$long" '{fresh}/out.pdf'
 QUIRN_BENCH_FOLDER=$on_disk "$here/side_by_side.py" --rounds 3 'split 2,000 pages, on the disk' \
   -- "${run[@]}" pdf.split "$long" \
   -- qpdf 1 qpdf --split-pages "$long" '{fresh}/out.pdf' \

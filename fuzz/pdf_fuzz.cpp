@@ -12,7 +12,10 @@
 
 #include "platform/file_descriptor.h"
 #include "platform/pdf_assembly.h"
+#include "platform/pdf_canvas.h"
+#include "platform/pdf_compression.h"
 #include "platform/pdf_document.h"
+#include "platform/pdf_flatten.h"
 
 namespace {
 
@@ -58,18 +61,43 @@ void change(PDFDocument& document) {
   document.write(output.number());
 }
 
+// All pages anew, as a repair has them, and two to a sheet.
+void draw(PDFDocument& document) {
+  flattenAnnotations(document, {});
+  compressForScreen(document, {});
+  const std::size_t count = document.pageCount();
+  PDFCanvas canvas(document);
+  for (std::size_t page = 0; page < count; ++page) {
+    const PDFRectangle mediaBox = document.box(page, PDFBox::media);
+    canvas.beginPage({.mediaBox = mediaBox});
+    canvas.drawPage(page, mediaBox, {});
+    canvas.drawPageInto(page, {16, 16, 391, 596});
+    canvas.endPage();
+  }
+  canvas.close();
+  require(document.pageCount() == count);
+  const FileDescriptor output = memory();
+  writeCompressed(document, output.number());
+}
+
+PDFDocument documentOf(std::span<const std::uint8_t> bytes) {
+  FileDescriptor input = memory();
+  writeAll(input.number(), std::as_bytes(bytes));
+  return PDFDocument(ReadableFile::of(std::move(input)));
+}
+
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  FileDescriptor input = memory();
-  writeAll(input.number(), std::as_bytes(std::span(data, size)));
   try {
-    PDFDocument document(ReadableFile::of(std::move(input)));
+    PDFDocument document = documentOf({data, size});
     if (document.pageCount() == 0 || document.pageCount() > 1000) return 0;
     readAll(document);
     rebuild(document);
     document.writeProtected(memory().number(), "password");
     change(document);
+    PDFDocument other = documentOf({data, size});
+    draw(other);
   } catch (const PDFError&) {
     return 0;
   }

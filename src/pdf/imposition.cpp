@@ -3,6 +3,8 @@
 
 #include "pdf/imposition.h"
 
+#include <algorithm>
+
 namespace quirn {
 
 std::vector<Slot> pagesInOrder(std::size_t pageCount) {
@@ -22,14 +24,33 @@ std::vector<Slot> bookletSlots(std::size_t pageCount) {
   return slots;
 }
 
+namespace {
+
+// How the cells of a row or a column share a side of the sheet.
+struct Division {
+  double margin = 16;
+  double gutter = 10;
+  double cell = 0;
+
+  Division(double side, double count) {
+    const double room = 2 * margin + gutter * (count - 1);
+    // On a sheet that is little more than room, that shrinks to a third of it.
+    const double share = std::min(1.0, side / (3 * room));
+    margin *= share;
+    gutter *= share;
+    cell = (side - room * share) / count;
+  }
+  double before(double index) const { return margin + index * (cell + gutter); }
+};
+
+}  // namespace
+
 platform::PDFRectangle SheetLayout::cell(std::size_t index) const {
-  constexpr double margin = 16;
-  constexpr double gutter = 10;
-  const double cellWidth = (width - 2 * margin - gutter * static_cast<double>(columns - 1)) / static_cast<double>(columns);
-  const double cellHeight = (height - 2 * margin - gutter * static_cast<double>(rows - 1)) / static_cast<double>(rows);
-  const double left = margin + static_cast<double>(index % columns) * (cellWidth + gutter);
-  const double bottom = height - margin - static_cast<double>(index / columns) * (cellHeight + gutter) - cellHeight;
-  return {left, bottom, left + cellWidth, bottom + cellHeight};
+  const Division across(width, static_cast<double>(columns));
+  const Division down(height, static_cast<double>(rows));
+  const double left = across.before(static_cast<double>(index % columns));
+  const double bottom = height - down.before(static_cast<double>(index / columns)) - down.cell;
+  return {left, bottom, left + across.cell, bottom + down.cell};
 }
 
 }  // namespace quirn

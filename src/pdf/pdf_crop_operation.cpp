@@ -5,6 +5,9 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
+#include <array>
+
 #include "pdf/pdf_pages.h"
 
 namespace quirn {
@@ -15,6 +18,17 @@ using platform::PDFRectangle;
 void checkMargins(const PDFCropConfig& config) {
   if (config.top + config.bottom >= 100 || config.left + config.right >= 100)
     throw OperationError::unsupportedInput("Those margins would crop the whole page.");
+}
+
+// The margins along the edges of the page itself, of those along the edges that a reader sees.
+PDFCropConfig turned(PDFCropConfig config, int rotation) {
+  std::array margins{config.top, config.right, config.bottom, config.left};
+  std::ranges::rotate(margins, margins.begin() + rotation / 90);
+  config.top = margins[0];
+  config.right = margins[1];
+  config.bottom = margins[2];
+  config.left = margins[3];
+  return config;
 }
 
 }  // namespace
@@ -33,7 +47,8 @@ OutputFile PDFCropOperation::processFileConfigured(const InputFile& input, const
   guardedRead(input, [&] {
     for (std::size_t page = 0; page < document.pageCount(); ++page) {
       context.checkCancellation();
-      document.setCropBox(page, cropped(document.box(page, platform::PDFBox::crop), config));
+      document.setCropBox(page,
+                          cropped(document.box(page, platform::PDFBox::crop), turned(config, document.rotation(page))));
     }
   });
   OutputFile output = writePDF(document, input, "cropped", context);

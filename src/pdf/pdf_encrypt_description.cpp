@@ -10,7 +10,7 @@ const OperationInfo& PDFEncryptOperation::info() {
   static const OperationInfo info{
       .operationID = "pdf.encrypt",
       .displayName = "Protect PDF",
-      .iconName = "lock.doc",
+      .iconName = "lock",
       .category = OperationCategory::pdf,
       .aliases = {"password protect", "encrypt pdf", "lock pdf", "add password"},
       .about = "Encrypts PDFs so that they open only with a password.",
@@ -23,7 +23,7 @@ const AcceptedInputs& PDFEncryptOperation::accepts() {
 }
 
 Panel PDFEncryptOperation::panel() {
-  return {field<&PDFPasswordConfig::password>("Password", "New password")};
+  return {newSecret<&PDFPasswordConfig::password>("New password")};
 }
 
 }  // namespace quirn

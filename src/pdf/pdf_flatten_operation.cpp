@@ -13,6 +13,7 @@ namespace quirn {
 OutputFile PDFFlattenOperation::processFile(const InputFile& input, OperationContext& context) const {
   platform::PDFDocument document = openUnlockedPDF(input, context);
   guardedRead(input, [&] { platform::flattenAnnotations(document, context.stopToken()); });
+  context.checkCancellation();
   OutputFile output = writePDF(document, input, "flattened", context);
   context.setStatus(fmt::format("Flattened {}", input.fileName()));
   return output;

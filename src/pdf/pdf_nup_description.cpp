@@ -9,8 +9,7 @@ namespace quirn {
 Panel PDFNUpConfig::panel() {
   using enum Mode;
   return {choice<&PDFNUpConfig::mode>(
-              "Layout",
-              {{twoUp, "2-up"}, {fourUp, "4-up"}, {sixUp, "6-up"}, {nineUp, "9-up"}, {booklet, "Booklet"}}),
+              "Layout", {{twoUp, "2-up"}, {fourUp, "4-up"}, {sixUp, "6-up"}, {nineUp, "9-up"}, {booklet, "Booklet"}}),
           Note{"Pages reordered for double-sided printing + folding."}.shownWhen<PDFNUpConfig>(
               [](const PDFNUpConfig& config) { return config.mode == booklet; })};
 }

@@ -9,8 +9,8 @@ namespace quirn {
 Panel PDFPageNumbersConfig::panel() {
   using enum Format;
   using enum Position;
-  return {choice<&PDFPageNumbersConfig::format>(
-              "Format", {{plain, "1"}, {page, "Page 1"}, {ofTotal, "1 / N"}, {bates, "Bates"}}),
+  return {choice<&PDFPageNumbersConfig::format>("Format",
+                                                {{plain, "1"}, {page, "Page 1"}, {ofTotal, "1 / N"}, {bates, "Bates"}}),
           choice<&PDFPageNumbersConfig::position>("Position", {{bottomCenter, "Bottom center"},
                                                                {bottomRight, "Bottom right"},
                                                                {bottomLeft, "Bottom left"},

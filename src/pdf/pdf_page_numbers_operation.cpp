@@ -47,9 +47,8 @@ void number(platform::PDFDocument& document, const PDFPageNumbersConfig& config,
   for (std::int64_t i = 0; i < count; ++i) {
     context.checkCancellation();
     const auto page = static_cast<std::size_t>(i);
-    const PDFText text{.text = numberText(config, config.start + i, total),
-                       .size = 11,
-                       .alignment = alignmentOf(config.position)};
+    const PDFText text{
+        .text = numberText(config, config.start + i, total), .size = 11, .alignment = alignmentOf(config.position)};
     stamper.stamp(page, text, pageNumberRectangle(stamper.shownBox(page), config.position));
   }
   stamper.finish();

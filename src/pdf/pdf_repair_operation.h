@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: Quirn contributors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-// Draws every page into a new file, from whatever of the old one can still be read. What a page has beside its content is left
-// behind.
+// Draws every page into a new file, from whatever of the old one can still be read. What a page has beside its content
+// is left behind.
 
 #pragma once
 

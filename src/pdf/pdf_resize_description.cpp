@@ -12,8 +12,8 @@ Panel PDFResizeConfig::panel() {
   for (const PaperSize paper : {PaperSize::a4, PaperSize::letter, PaperSize::legal, PaperSize::a3, PaperSize::a5})
     papers.emplace_back(paper, label(paper));
   return {choice<&PDFResizeConfig::paper>("Paper", std::move(papers)),
-          choice<&PDFResizeConfig::orientation>(
-              "Orientation", {{auto_, "Auto"}, {portrait, "Portrait"}, {landscape, "Landscape"}})};
+          choice<&PDFResizeConfig::orientation>("Orientation",
+                                                {{auto_, "Auto"}, {portrait, "Portrait"}, {landscape, "Landscape"}})};
 }
 
 const OperationInfo& PDFResizeOperation::info() {

@@ -23,7 +23,7 @@ const AcceptedInputs& PDFUnlockOperation::accepts() {
 }
 
 Panel PDFUnlockOperation::panel() {
-  return {field<&PDFPasswordConfig::password>("Password", "Current password")};
+  return {secret<&PDFPasswordConfig::password>("Current password")};
 }
 
 }  // namespace quirn

@@ -11,8 +11,7 @@ Panel PDFWatermarkConfig::panel() {
   return {field<&PDFWatermarkConfig::text>("Text"),
           slider<&PDFWatermarkConfig::fontSize>("Size", {.legal = {18, 120}, .unit = "pt"}),
           slider<&PDFWatermarkConfig::opacity>("Opacity", {.legal = {0.05, 1}}),
-          choice<&PDFWatermarkConfig::position>("Position",
-                                                {{center, "Center"}, {top, "Top"}, {bottom, "Bottom"}})};
+          choice<&PDFWatermarkConfig::position>("Position", {{center, "Center"}, {top, "Top"}, {bottom, "Bottom"}})};
 }
 
 const OperationInfo& PDFWatermarkOperation::info() {

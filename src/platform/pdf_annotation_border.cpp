@@ -48,7 +48,8 @@ bool statesBorder(Object annotation) {
   return annotation.hasKey("/BS") || annotation.hasKey("/Border");
 }
 
-void drawBorder(PDFDrawing& drawing, Object annotation, const PDFRectangle& box, const PDFInk& fill, const PDFPen& pen) {
+void drawBorder(PDFDrawing& drawing, Object annotation, const PDFRectangle& box, const PDFInk& fill,
+                const PDFPen& pen) {
   Object style = annotation.getKey("/BS");
   const PDFRectangle middle = inset(box, pen.isVisible() ? pen.width / 2 : 0);
   const bool isUnderline = style.isDictionary() && style.getKey("/S").isNameAndEquals("/U");

@@ -165,7 +165,8 @@ struct PDFAssembly::State {
   std::vector<Node> nodes;
   PDFFormFields fields;
   PDFLayers layers;
-  std::string origin;  // what tells this document from others of the same layout
+  std::string version;  // the catalog's entry
+  std::string origin;   // what tells this document from others of the same layout
 };
 
 PDFAssembly::PDFAssembly(int descriptor) : state_(std::make_unique<State>(descriptor)) {}
@@ -192,6 +193,7 @@ std::size_t PDFAssembly::append(const PDFDocument& source, std::size_t first, st
     }
     state.layers.add(qpdf, copy.copier());
     copy.copier().drain();
+    if (state.version.empty()) state.version = versionEntry(qpdf.getPDFVersion());
     state.origin += qpdf.getTrailer().getKey("/ID").unparse() + fmt::format("{} {} ", first, count);
   });
   return arrived;
@@ -211,7 +213,7 @@ void PDFAssembly::finish() {
     state.writer.write(state.root, fmt::format("<< /Type /Pages /Count {} /Kids [ {}] >>", count, kids));
     const std::string form = state.fields.text();
     const std::string layers = state.layers.text();
-    state.writer.write(state.catalog, fmt::format("<< /Type /Catalog /Pages {} 0 R{}{} >>", state.root,
+    state.writer.write(state.catalog, fmt::format("<< /Type /Catalog {}/Pages {} 0 R{}{} >>", state.version, state.root,
                                                   form.empty() ? "" : " /AcroForm " + form,
                                                   layers.empty() ? "" : " /OCProperties " + layers));
     state.writer.finish(fmt::format("/Root {} 0 R", state.catalog), state.origin);

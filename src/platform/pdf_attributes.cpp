@@ -3,6 +3,7 @@
 
 #include "platform/pdf_document.h"
 #include "platform/pdf_internal.h"
+#include "platform/pdf_xmp.h"
 
 namespace quirn::platform {
 namespace {
@@ -24,6 +25,16 @@ std::string joined(const std::vector<std::string>& keywords) {
   std::string text;
   for (const std::string& keyword : keywords) text += (text.empty() ? "" : ", ") + keyword;
   return text;
+}
+
+// A packet that can't be changed would contradict what is set now.
+void setMetadata(QPDFObjectHandle catalog, const PDFAttributes& attributes) {
+  QPDFObjectHandle stream = catalog.getKey("/Metadata");
+  if (!stream.isStream()) return;
+  const auto data = stream.getStreamData(qpdf_dl_generalized);
+  const auto packet = xmpWith({reinterpret_cast<const char*>(data->getBuffer()), data->getSize()}, attributes);
+  if (!packet) return catalog.removeKey("/Metadata");
+  stream.replaceStreamData(*packet, QPDFObjectHandle::newNull(), QPDFObjectHandle::newNull());
 }
 
 }  // namespace
@@ -53,6 +64,7 @@ void PDFDocument::setAttributes(const PDFAttributes& attributes) {
     info.replaceKey("/Author", QPDFObjectHandle::newUnicodeString(attributes.author));
     info.replaceKey("/Subject", QPDFObjectHandle::newUnicodeString(attributes.subject));
     info.replaceKey("/Keywords", QPDFObjectHandle::newUnicodeString(joined(attributes.keywords)));
+    setMetadata(internals_->qpdf->getRoot(), attributes);
   });
 }
 

@@ -3,13 +3,13 @@
 
 #include "platform/pdf_canvas.h"
 
+#include <fmt/format.h>
+
 #include <cmath>
 #include <map>
 #include <string>
 #include <utility>
 #include <vector>
-
-#include <fmt/format.h>
 
 #include "platform/pdf_internal.h"
 #include "platform/pdf_page_content.h"
@@ -139,6 +139,8 @@ void PDFCanvas::close() {
     Object trailer = qpdf.getTrailer();
     trailer.replaceKey("/Root", qpdf.makeIndirectObject(root));
     for (const char* const key : {"/Info", "/ID", "/Encrypt"}) trailer.removeKey(key);
+    // A damaged file may have none; where there is one, the writer sets it right.
+    trailer.replaceKey("/Size", Object::newInteger(1));
   });
   state_->document.internals().findPages();
 }

@@ -1,10 +1,10 @@
 // SPDX-FileCopyrightText: Quirn contributors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-// Draws the pages of a document anew, each as often and wherever one wants, on pages that take the place of the old ones.
-// A page is drawn as a form (ISO 32000-1, 8.10): its vectors stay vectors, its text stays text, and its streams keep
-// their bytes. What a page has beside its content (annotations, links, fields) and what the document has beside its
-// pages stay behind, but for the layers that tell which content is shown.
+// Draws the pages of a document anew, each as often and wherever one wants, on pages that take the place of the old
+// ones. A page is drawn as a form (ISO 32000-1, 8.10): its vectors stay vectors, its text stays text, and its streams
+// keep their bytes. What a page has beside its content (annotations, links, fields) and what the document has beside
+// its pages stay behind, but for the layers that tell which content is shown.
 
 #pragma once
 

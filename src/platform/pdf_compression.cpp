@@ -136,7 +136,7 @@ void writeCompressed(const PDFDocument& document, int descriptor) {
     writer.setObjectStreamMode(qpdf_o_generate);
     if (!internals.qpdf->isEncrypted()) writer.setDeterministicID(true);
     writer.write();
-    sink.finish();
+    sink.flush();
   });
 }
 

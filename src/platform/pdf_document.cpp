@@ -191,7 +191,7 @@ void PDFDocument::write(int descriptor) const {
     writer.setCompressStreams(false);
     if (!internals_->qpdf->isEncrypted()) writer.setDeterministicID(true);
     writer.write();
-    sink.finish();
+    sink.flush();
   });
 }
 

@@ -164,13 +164,16 @@ void drawContent(const Widget& widget) {
 
 }  // namespace
 
-void drawField(PDFDrawing& drawing, PDFTextForms& texts, Object widget, const PDFField& field, const PDFRectangle& box) {
+void drawField(PDFDrawing& drawing, PDFTextForms& texts, Object widget, const PDFField& field,
+               const PDFRectangle& box) {
   const PDFInk ground = inkOf(field.characteristic("/BG"));
   const PDFPen pen = penOf(widget, inkOf(field.characteristic("/BC")));
   const double border = pen.isVisible() ? pen.width : 0;
   const bool isRound = field.kind() == PDFField::Kind::radio && markOf(field, 'l') == 'l';
-  if (isRound) drawing.ellipse(inset(box, border / 2), ground, pen);
-  else drawBorder(drawing, widget, box, ground, pen);
+  if (isRound)
+    drawing.ellipse(inset(box, border / 2), ground, pen);
+  else
+    drawBorder(drawing, widget, box, ground, pen);
   drawContent({drawing, texts, field, inset(box, border + 1)});
 }
 

@@ -113,7 +113,8 @@ void Flattening::draw(Page& page, Object annotation, int rotation) {
     }
   }
   if (!isLink(annotation)) return;
-  annotation.replaceKey("/Border", Object::newArray({Object::newInteger(0), Object::newInteger(0), Object::newInteger(0)}));
+  annotation.replaceKey("/Border",
+                        Object::newArray({Object::newInteger(0), Object::newInteger(0), Object::newInteger(0)}));
   for (const char* const key : {"/BS", "/AP"}) annotation.removeKey(key);
   page.links.push_back(annotation);
 }

@@ -31,9 +31,8 @@ PDFMatrix PDFMatrix::quarterTurns(int degrees) {
 }
 
 PDFMatrix PDFMatrix::then(const PDFMatrix& next) const {
-  return {a * next.a + b * next.c,          a * next.b + b * next.d,
-          c * next.a + d * next.c,          c * next.b + d * next.d,
-          e * next.a + f * next.c + next.e, e * next.b + f * next.d + next.f};
+  return {a * next.a + b * next.c, a * next.b + b * next.d,          c * next.a + d * next.c,
+          c * next.b + d * next.d, e * next.a + f * next.c + next.e, e * next.b + f * next.d + next.f};
 }
 
 PDFRectangle PDFMatrix::apply(const PDFRectangle& rectangle) const {
@@ -71,8 +70,9 @@ PDFMatrix uprightTransform(const PDFPageView& page) {
 
 PDFRectangle uprightBox(const PDFPageView& page) {
   const auto& box = page.box;
-  return liesOnItsSide(page.rotation) ? PDFRectangle{box.left, box.bottom, box.left + box.height(), box.bottom + box.width()}
-                                      : box;
+  return liesOnItsSide(page.rotation)
+             ? PDFRectangle{box.left, box.bottom, box.left + box.height(), box.bottom + box.width()}
+             : box;
 }
 
 }  // namespace quirn::platform

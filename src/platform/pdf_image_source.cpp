@@ -3,11 +3,11 @@
 
 #include "platform/pdf_image_source.h"
 
+#include <algorithm>
+#include <qpdf/Buffer.hh>
 #include <string>
 #include <utility>
 #include <vector>
-
-#include <qpdf/Buffer.hh>
 
 #include "platform/pdf_page_content.h"
 
@@ -75,6 +75,13 @@ std::string rawBytes(Object stream) {
   return {reinterpret_cast<const char*>(data->getBuffer()), data->getSize()};
 }
 
+// Whether the document and not the JPEG file itself says how its colours are mixed.
+bool statesTransform(Object dictionary) {
+  return std::ranges::any_of(listOf(dictionary.getKey("/DecodeParms")), [](Object parameters) {
+    return parameters.isDictionary() && parameters.hasKey("/ColorTransform");
+  });
+}
+
 // The JPEG file within other codings.
 std::optional<std::string> jpegBytes(Object image, std::vector<Object> filters) {
   if (filters.size() == 1) return rawBytes(image);
@@ -124,7 +131,8 @@ std::optional<PDFStoredImage> storedImage(Object image) {
   result->storedBytes = static_cast<std::size_t>(stored);
   const std::vector<Object> filters = listOf(dictionary.getKey("/Filter"));
   const bool isCodedAsJPEG = !filters.empty() && isJPEG(filters.back());
-  if (isCodedAsJPEG && (!result->palette.empty() || result->bitsPerComponent != 8)) return std::nullopt;
+  if (isCodedAsJPEG && (!result->palette.empty() || result->bitsPerComponent != 8 || statesTransform(dictionary)))
+    return std::nullopt;
   auto bytes = isCodedAsJPEG ? jpegBytes(image, filters) : wholeDecodedStream(image, mostPictureSamples * 2);
   if (!bytes) return std::nullopt;
   result->coding = isCodedAsJPEG ? PDFStoredImage::Coding::jpeg : PDFStoredImage::Coding::samples;

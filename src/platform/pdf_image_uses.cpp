@@ -87,15 +87,23 @@ void PDFImageUses::addAppearances(Object page, double userUnit) {
   Object annotations = page.getKey("/Annots");
   if (!annotations.isArray()) return;
   for (Object annotation : annotations.getArrayAsVector()) {
-    if (!annotation.isDictionary()) continue;
-    Object normal = annotation.getKey("/AP").isDictionary() ? annotation.getKey("/AP").getKey("/N") : Object::newNull();
-    const auto rectangle = rectangleOf(annotation.getKey("/Rect"));
-    const auto box = normal.isStream() ? rectangleOf(normal.getDict().getKey("/BBox")) : std::nullopt;
-    if (!rectangle || !box) continue;
-    const PDFMatrix fitting = PDFMatrix::scaling(userUnit * rectangle->width() / box->width(),
-                                                 userUnit * rectangle->height() / box->height());
-    addObject(normal, Object::newDictionary(), fitting);
+    Object appearances = annotation.isDictionary() ? annotation.getKey("/AP") : Object::newNull();
+    const auto rectangle = appearances.isDictionary() ? rectangleOf(annotation.getKey("/Rect")) : std::nullopt;
+    if (!rectangle) continue;
+    Object normal = appearances.getKey("/N");
+    if (!normal.isDictionary())
+      addAppearance(normal, *rectangle, userUnit);
+    else
+      for (const std::string& state : normal.getKeys()) addAppearance(normal.getKey(state), *rectangle, userUnit);
   }
+}
+
+void PDFImageUses::addAppearance(Object form, const PDFRectangle& rectangle, double userUnit) {
+  const auto box = form.isStream() ? rectangleOf(form.getDict().getKey("/BBox")) : std::nullopt;
+  if (!box) return;
+  addObject(
+      form, Object::newDictionary(),
+      PDFMatrix::scaling(userUnit * rectangle.width() / box->width(), userUnit * rectangle.height() / box->height()));
 }
 
 // The image fills the unit square.

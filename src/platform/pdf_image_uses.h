@@ -22,8 +22,8 @@ class PDFImageUses {
   // Follows what the page's content draws, through forms, patterns and the appearances of annotations.
   void addPage(QPDFObjectHandle page);
 
-  // The largest size, in points, at which any page shows the image; nothing for one that was not met. Where a stranger's
-  // pages draw more than can be followed, no size is known.
+  // The largest size, in points, at which any page shows the image; nothing for one that was not met. Where a
+  // stranger's pages draw more than can be followed, no size is known.
   struct Extent {
     double width = 0;
     double height = 0;
@@ -41,6 +41,7 @@ class PDFImageUses {
   void addPatterns(QPDFObjectHandle resources, const PDFMatrix& matrix);
   void addStream(QPDFObjectHandle stream, QPDFObjectHandle resources, const PDFMatrix& matrix);
   void addAppearances(QPDFObjectHandle page, double userUnit);
+  void addAppearance(QPDFObjectHandle form, const PDFRectangle& rectangle, double userUnit);
   void addUse(QPDFObjectHandle image, const PDFMatrix& matrix);
   const std::vector<Call>& callsOf(QPDFObjectHandle stream);
   std::vector<Call> callsIn(std::string_view content);

@@ -106,13 +106,14 @@ std::optional<PDFSamples> decodedJPEG(std::string_view jpeg, PDFPixelSize size, 
     return std::nullopt;
   const PDFPixelSize full{static_cast<std::size_t>(width), static_cast<std::size_t>(height)};
   const std::size_t components = componentsOf(colorSpace);
-  if (components == 0 || full != size || full.width * full.height > mostPictureSamples / components) return std::nullopt;
+  if (components == 0 || full != size || full.width * full.height > mostPictureSamples / components)
+    return std::nullopt;
   PDFSamples samples{smallestDecoded(full, least), components, {}};
   samples.bytes.resize(samples.size.width * samples.size.height * components);
-  const int result = tjDecompress2(codec.get(), bytesOf(jpeg), jpeg.size(),
-                                   reinterpret_cast<unsigned char*>(samples.bytes.data()),
-                                   static_cast<int>(samples.size.width), 0, static_cast<int>(samples.size.height),
-                                   pixelFormatOf(components), TJFLAG_LIMITSCANS);
+  const int result =
+      tjDecompress2(codec.get(), bytesOf(jpeg), jpeg.size(), reinterpret_cast<unsigned char*>(samples.bytes.data()),
+                    static_cast<int>(samples.size.width), 0, static_cast<int>(samples.size.height),
+                    pixelFormatOf(components), TJFLAG_LIMITSCANS);
   // A warning is a damaged picture: it stays as it is, and readers make of it what they did before.
   return result == 0 ? std::optional(std::move(samples)) : std::nullopt;
 }
@@ -146,7 +147,8 @@ PDFSamples reduced(PDFSamples samples, PDFPixelSize size) {
       reduceRow(source + (lines.first + i) * samples.size.width * components, components, columns, row.data());
       for (std::size_t j = 0; j < row.size(); ++j) sum[j] += lines.weights[i] * row[j];
     }
-    for (const float value : sum) result.bytes.push_back(static_cast<char>(static_cast<std::uint8_t>(std::min(value, 255.0F))));
+    for (const float value : sum)
+      result.bytes.push_back(static_cast<char>(static_cast<std::uint8_t>(std::min(value, 255.0F))));
   }
   return result;
 }

@@ -30,8 +30,8 @@ struct PDFSamples {
 // A picture of more samples than this is left as it is.
 inline constexpr std::size_t mostPictureSamples = std::size_t{1} << 28;
 
-// Decodes a picture of `size`, at a half, a quarter or an eighth of it where that is still at least `least`, which costs
-// much less. Nothing for one that is damaged, too large or of another size.
+// Decodes a picture of `size`, at a half, a quarter or an eighth of it where that is still at least `least`, which
+// costs much less. Nothing for one that is damaged, too large or of another size.
 std::optional<PDFSamples> decodedJPEG(std::string_view jpeg, PDFPixelSize size, PDFPixelSize least);
 
 // `quality` from 1 to 100. Colour is kept at half the resolution, as photographs commonly have it. Throws

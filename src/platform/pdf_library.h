@@ -8,6 +8,7 @@
 // The library's name for its own smart pointer is std::shared_ptr.
 #define POINTERHOLDER_TRANSITION 4
 
+#include <qpdf/BufferInputSource.hh>
 #include <qpdf/InputSource.hh>
 #include <qpdf/Pipeline.hh>
 #include <qpdf/QPDF.hh>

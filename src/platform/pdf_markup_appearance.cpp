@@ -62,7 +62,8 @@ double distance(PDFPoint one, PDFPoint other) {
 std::vector<Points> quads(const Markup& markup) {
   const Points points = pointsOf(Object(markup.annotation).getKey("/QuadPoints"));
   std::vector<Points> all;
-  for (std::size_t i = 0; i + 3 < points.size(); i += 4) all.emplace_back(points.begin() + static_cast<long>(i), points.begin() + static_cast<long>(i) + 4);
+  for (std::size_t i = 0; i + 3 < points.size(); i += 4)
+    all.emplace_back(points.begin() + static_cast<long>(i), points.begin() + static_cast<long>(i) + 4);
   const auto& [left, bottom, right, top] = markup.rectangle;
   if (all.empty()) all.push_back({{left, top}, {right, top}, {left, bottom}, {right, bottom}});
   return all;
@@ -70,7 +71,8 @@ std::vector<Points> quads(const Markup& markup) {
 
 void drawHighlight(const Markup& markup) {
   for (const Points& quad : quads(markup))
-    markup.drawing.lines(Points{quad[0], quad[1], quad[3], quad[2]}, PDFDrawing::Ends::closed, markup.ink({1, 1, 0}), {});
+    markup.drawing.lines(Points{quad[0], quad[1], quad[3], quad[2]}, PDFDrawing::Ends::closed, markup.ink({1, 1, 0}),
+                         {});
 }
 
 // A line through the quad, `height` from its lower edge in parts of its own height.
@@ -110,7 +112,8 @@ PDFRectangle shapeBox(const Markup& markup) {
 void drawPath(const Markup& markup, PDFDrawing::Ends ends) {
   const Points points = pointsOf(Object(markup.annotation).getKey("/Vertices"));
   markup.drawing.lines(points, ends, ends == PDFDrawing::Ends::closed ? markup.interior() : PDFInk(), markup.pen());
-  if (ends == PDFDrawing::Ends::open) drawLineEndings(markup.drawing, markup.annotation, points, markup.pen(), markup.interior());
+  if (ends == PDFDrawing::Ends::open)
+    drawLineEndings(markup.drawing, markup.annotation, points, markup.pen(), markup.interior());
 }
 
 void drawLine(const Markup& markup) {
@@ -159,7 +162,10 @@ void drawStamp(const Markup& markup) {
   const double size = markup.rectangle.height();
   const PDFRectangle frame = inset(markup.rectangle, size / 12);
   markup.drawing.rectangle(frame, {}, {red, size / 20, {}});
-  PDFText text{.text = stampText(markup.annotation), .size = 0, .weight = PDFText::Weight::bold, .alignment = PDFText::Alignment::center};
+  PDFText text{.text = stampText(markup.annotation),
+               .size = 0,
+               .weight = PDFText::Weight::bold,
+               .alignment = PDFText::Alignment::center};
   if (red.size() == 3) text.color = {red[0], red[1], red[2]};
   drawText(markup.drawing, markup.texts, std::move(text), inset(frame, size / 10), PDFTextFlow::line);
 }
@@ -185,7 +191,8 @@ void drawCaret(const Markup& markup) {
 }
 
 void drawLinkBorder(const Markup& markup) {
-  if (statesBorder(markup.annotation)) drawBorder(markup.drawing, markup.annotation, markup.rectangle, {}, markup.pen());
+  if (statesBorder(markup.annotation))
+    drawBorder(markup.drawing, markup.annotation, markup.rectangle, {}, markup.pen());
 }
 
 using Draw = std::function<void(const Markup&)>;
@@ -197,8 +204,10 @@ const std::map<std::string, Draw>& drawings() {
       {"/Underline", [](const Markup& markup) { drawLineAt(markup, 0.08); }},
       {"/StrikeOut", [](const Markup& markup) { drawLineAt(markup, 0.45); }},
       {"/Squiggly", &drawSquiggle},
-      {"/Square", [](const Markup& markup) { markup.drawing.rectangle(shapeBox(markup), markup.interior(), markup.pen()); }},
-      {"/Circle", [](const Markup& markup) { markup.drawing.ellipse(shapeBox(markup), markup.interior(), markup.pen()); }},
+      {"/Square",
+       [](const Markup& markup) { markup.drawing.rectangle(shapeBox(markup), markup.interior(), markup.pen()); }},
+      {"/Circle",
+       [](const Markup& markup) { markup.drawing.ellipse(shapeBox(markup), markup.interior(), markup.pen()); }},
       {"/Polygon", [](const Markup& markup) { drawPath(markup, closed); }},
       {"/PolyLine", [](const Markup& markup) { drawPath(markup, open); }},
       {"/Line", &drawLine},

@@ -7,12 +7,11 @@
 #include <array>
 #include <map>
 #include <optional>
+#include <qpdf/Buffer.hh>
 #include <set>
 #include <span>
 #include <string>
 #include <utility>
-
-#include <qpdf/Buffer.hh>
 
 #include "platform/digest.h"
 
@@ -70,7 +69,8 @@ void addEqual(const std::vector<Object>& alike, Replacements& replacements) {
 Replacements equalObjects(const std::vector<Object>& objects) {
   std::map<std::string, std::vector<Object>> byText;
   for (Object object : objects) {
-    if (canBeShared(object)) byText[object.isStream() ? object.getDict().unparse() : object.unparseResolved()].push_back(object);
+    if (canBeShared(object))
+      byText[object.isStream() ? object.getDict().unparse() : object.unparseResolved()].push_back(object);
   }
   Replacements replacements;
   for (const auto& [text, alike] : byText) {

@@ -27,6 +27,10 @@ std::string digestOf(std::string_view content, std::string_view origin) {
 
 }  // namespace
 
+std::string versionEntry(const std::string& sourceVersion) {
+  return sourceVersion > "1.7" && sourceVersion.starts_with("2.") ? "/Version /2.0 " : "";
+}
+
 PDFObjectWriter::PDFObjectWriter(int descriptor, const PDFEncryption* encryption)
     : sink_(descriptor), encryption_(encryption) {
   put(header);
@@ -84,7 +88,7 @@ void PDFObjectWriter::finish(std::string_view trailer, std::string_view origin) 
     put(fmt::format(" /ID [<{0}><{0}>]", identifier));
   }
   put(fmt::format(" >>\nstartxref\n{}\n%%EOF\n", start));
-  sink_.finish();
+  sink_.flush();
 }
 
 }  // namespace quirn::platform

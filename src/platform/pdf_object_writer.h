@@ -48,4 +48,7 @@ class PDFObjectWriter {
   std::vector<std::int64_t> offsets_;  // of the objects from number 1 on; 0 for one that isn't written
 };
 
+// The header says 1.7. What the catalog says besides for a source of that version; empty up to 1.7.
+std::string versionEntry(const std::string& sourceVersion);
+
 }  // namespace quirn::platform

@@ -3,19 +3,19 @@
 
 #include "platform/pdf_page_content.h"
 
+#include <fmt/format.h>
+
 #include <algorithm>
 #include <array>
 #include <cmath>
 #include <memory>
+#include <qpdf/Pl_Flate.hh>
+#include <qpdf/QUtil.hh>
 #include <set>
 #include <stdexcept>
 #include <string_view>
 #include <utility>
 #include <vector>
-
-#include <fmt/format.h>
-#include <qpdf/Pl_Flate.hh>
-#include <qpdf/QUtil.hh>
 
 #include "platform/pdf_content_scanner.h"
 #include "platform/pdf_internal.h"
@@ -167,7 +167,8 @@ std::string contentNumber(double value) {
 std::string concatenation(const PDFMatrix& matrix) {
   std::string text;
   // Scales want more digits than places do.
-  for (const double value : {matrix.a, matrix.b, matrix.c, matrix.d}) text += QUtil::double_to_string(value, 8, true) + ' ';
+  for (const double value : {matrix.a, matrix.b, matrix.c, matrix.d})
+    text += QUtil::double_to_string(value, 8, true) + ' ';
   return text + contentNumber(matrix.e) + ' ' + contentNumber(matrix.f) + " cm\n";
 }
 
@@ -176,8 +177,8 @@ std::string drawing(const std::string& name, const PDFMatrix& matrix) {
 }
 
 std::string rectanglePath(const PDFRectangle& rectangle) {
-  return contentNumber(rectangle.left) + ' ' + contentNumber(rectangle.bottom) + ' ' + contentNumber(rectangle.width()) +
-         ' ' + contentNumber(rectangle.height()) + " re\n";
+  return contentNumber(rectangle.left) + ' ' + contentNumber(rectangle.bottom) + ' ' +
+         contentNumber(rectangle.width()) + ' ' + contentNumber(rectangle.height()) + " re\n";
 }
 
 QPDFObjectHandle arrayOf(const PDFRectangle& rectangle) {

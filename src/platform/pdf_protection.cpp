@@ -13,8 +13,9 @@ namespace quirn::platform {
 namespace {
 
 // The encryption is of PDF 2.0; readers of 1.7 know it as an extension.
-QPDFObjectHandle withExtension(QPDFObjectHandle catalog) {
-  catalog = catalog.shallowCopy();
+QPDFObjectHandle withExtension(QPDF& qpdf) {
+  QPDFObjectHandle catalog = qpdf.getRoot().shallowCopy();
+  if (!versionEntry(qpdf.getPDFVersion()).empty()) catalog.replaceKey("/Version", "/2.0"_qpdf);
   catalog.replaceKey("/Extensions", "<< /ADBE << /BaseVersion /1.7 /ExtensionLevel 8 >> >>"_qpdf);
   return catalog;
 }
@@ -30,7 +31,7 @@ void PDFDocument::writeProtected(int descriptor, const std::string& password) co
     PDFObjectCopier copier(*internals_, PDFObjectCopier::Pages::all, writer, &encryption);
     const int catalog = writer.reserve();
     copier.assign(qpdf.getRoot().getObjGen(), catalog);
-    writer.write(catalog, copier.text(withExtension(qpdf.getRoot())));
+    writer.write(catalog, copier.text(withExtension(qpdf)));
     std::string trailer = fmt::format("/Root {} 0 R ", catalog);
     // A direct dictionary in the trailer is out of the cipher's reach.
     if (QPDFObjectHandle info = qpdf.getTrailer().getKey("/Info"); info.isIndirect()) {

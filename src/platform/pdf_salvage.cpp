@@ -14,8 +14,6 @@
 #include <utility>
 #include <vector>
 
-#include <qpdf/BufferInputSource.hh>
-
 #include "platform/pdf_internal.h"
 
 namespace quirn::platform {
@@ -86,7 +84,8 @@ std::string catalogOf(const Found& found) {
 
 // Words that the library would follow on its own search.
 void disableTrailers(std::string& bytes) {
-  for (std::size_t at = bytes.find("trailer"); at != std::string::npos; at = bytes.find("trailer", at + 1)) bytes[at] = 'T';
+  for (std::size_t at = bytes.find("trailer"); at != std::string::npos; at = bytes.find("trailer", at + 1))
+    bytes[at] = 'T';
 }
 
 }  // namespace
@@ -96,7 +95,8 @@ PDFDocument salvagedPDF(std::string bytes) {
   if (found.pages.empty() || bytes.find("/Encrypt") != std::string::npos)
     throw PDFError(PDFError::Kind::unreadable, "no pages");
   disableTrailers(bytes);
-  bytes += catalogOf(found);
+  // The library passes over an object at the very beginning.
+  bytes = "%PDF-1.7\n" + bytes + catalogOf(found);
   PDFDocument document;
   PDFDocument::Internals& internals = document.internals();
   internals.guarded(PDFError::Kind::unreadable, [&] {

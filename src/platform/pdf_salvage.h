@@ -12,8 +12,8 @@
 namespace quirn::platform {
 
 // A document of whatever page objects stand in these bytes, in the order in which they do, found by their looks. They
-// keep what they inherit where that is still there. Throws PDFError for an encrypted one, which can't be read so, and for
-// bytes without pages.
+// keep what they inherit where that is still there. Throws PDFError for an encrypted one, which can't be read so, and
+// for bytes without pages.
 PDFDocument salvagedPDF(std::string bytes);
 
 }  // namespace quirn::platform

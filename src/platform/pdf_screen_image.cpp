@@ -66,8 +66,10 @@ std::optional<PDFSamples> unpacked(const PDFStoredImage& image) {
       continue;
     }
     for (std::size_t x = 0; x < perRow; ++x) {
-      if (isIndexed) appendColor(samples.bytes, image, sample(x));
-      else samples.bytes.push_back(static_cast<char>(sample(x)));
+      if (isIndexed)
+        appendColor(samples.bytes, image, sample(x));
+      else
+        samples.bytes.push_back(static_cast<char>(sample(x)));
     }
   }
   return samples;

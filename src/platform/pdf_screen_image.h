@@ -19,7 +19,7 @@ struct PDFStoredImage {
   enum class Coding { jpeg, samples };
 
   Coding coding = Coding::samples;
-  std::string bytes;  // with every coding but `coding` undone
+  std::string bytes;            // with every coding but `coding` undone
   std::size_t storedBytes = 0;  // as the document has it, whatever the coding
   PDFPixelSize size;            // as the document states it
   std::size_t components = 0;

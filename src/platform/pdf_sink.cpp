@@ -4,6 +4,7 @@
 #include "platform/pdf_sink.h"
 
 #include <span>
+#include <system_error>
 
 #include "platform/file_descriptor.h"
 
@@ -19,11 +20,16 @@ PDFSink::PDFSink(int descriptor) : Pipeline("file", nullptr), descriptor_(descri
 }
 
 void PDFSink::write(const unsigned char* bytes, std::size_t count) {
-  append({reinterpret_cast<const char*>(bytes), count});
+  if (failure_) return;
+  try {
+    append({reinterpret_cast<const char*>(bytes), count});
+  } catch (const std::system_error&) {
+    failure_ = std::current_exception();
+  }
 }
 
 void PDFSink::append(std::string_view bytes) {
-  if (buffer_.size() + bytes.size() > bufferSize) finish();
+  if (buffer_.size() + bytes.size() > bufferSize) flush();
   if (bytes.size() >= bufferSize) {
     writeAll(descriptor_, std::as_bytes(std::span(bytes)));
   } else {
@@ -31,7 +37,8 @@ void PDFSink::append(std::string_view bytes) {
   }
 }
 
-void PDFSink::finish() {
+void PDFSink::flush() {
+  if (failure_) std::rethrow_exception(failure_);
   writeAll(descriptor_, std::as_bytes(std::span(buffer_)));
   buffer_.clear();
 }

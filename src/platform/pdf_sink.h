@@ -6,6 +6,7 @@
 #pragma once
 
 #include <cstddef>
+#include <exception>
 #include <string>
 #include <string_view>
 
@@ -18,15 +19,21 @@ class PDFSink final : public Pipeline {
   // The descriptor stays the caller's.
   explicit PDFSink(int descriptor);
 
-  // Throws std::system_error.
-  void write(const unsigned char* bytes, std::size_t count) override;
+  // Both throw std::system_error.
   void append(std::string_view bytes);
-  // The library may call it for every part of the output.
-  void finish() override;
+  // Writes what is still buffered; the last call. Throws what a write of the library ran into, too.
+  void flush();
+
+  // The library writes in destructors as well, where nothing may be thrown: an error is kept until flush().
+  void write(const unsigned char* bytes, std::size_t count) override;
 
  private:
+  // Does nothing, and is for the library alone: it may call it for every part of the output.
+  void finish() override {}
+
   int descriptor_;
   std::string buffer_;
+  std::exception_ptr failure_;
 };
 
 }  // namespace quirn::platform

@@ -39,8 +39,8 @@ FontDescription fontOf(const PDFText& text) {
   FontDescription font(pango_font_description_new());
   pango_font_description_set_family(font.get(), text.family.c_str());
   pango_font_description_set_absolute_size(font.get(), text.size * PANGO_SCALE);
-  pango_font_description_set_weight(
-      font.get(), text.weight == PDFText::Weight::bold ? PANGO_WEIGHT_BOLD : PANGO_WEIGHT_NORMAL);
+  pango_font_description_set_weight(font.get(),
+                                    text.weight == PDFText::Weight::bold ? PANGO_WEIGHT_BOLD : PANGO_WEIGHT_NORMAL);
   return font;
 }
 
@@ -77,8 +77,7 @@ PDFTextExtent extentOf(PangoLayout* layout, const PDFText& text) {
   int width = 0;
   int height = 0;
   pango_layout_get_size(layout, &width, &height);
-  return {text.wrapWidth.value_or(static_cast<double>(width) / PANGO_SCALE),
-          static_cast<double>(height) / PANGO_SCALE};
+  return {text.wrapWidth.value_or(static_cast<double>(width) / PANGO_SCALE), static_cast<double>(height) / PANGO_SCALE};
 }
 
 }  // namespace

@@ -24,20 +24,20 @@ struct PDFText {
   enum class Weight { regular, bold };
   enum class Alignment { left, center, right };
 
-  std::string text;                         // UTF-8; what isn't is replaced
-  double size = 12;                         // of the font, in points
-  std::string family = "sans-serif";        // a family, or a generic name of the desktop's choice
+  std::string text;                   // UTF-8; what isn't is replaced
+  double size = 12;                   // of the font, in points
+  std::string family = "sans-serif";  // a family, or a generic name of the desktop's choice
   Weight weight = Weight::regular;
   PDFColor color;
-  double opacity = 1;                       // from 0 to 1
-  Alignment alignment = Alignment::left;    // of the lines among themselves
-  std::optional<double> wrapWidth;          // in points; without it, all is one line
+  double opacity = 1;                     // from 0 to 1
+  Alignment alignment = Alignment::left;  // of the lines among themselves
+  std::optional<double> wrapWidth;        // in points; without it, all is one line
 
   bool operator==(const PDFText&) const = default;
 };
 
 struct PDFTextExtent {
-  double width = 0;   // in points, as the next: of the lines' boxes, not of the ink
+  double width = 0;  // in points, as the next: of the lines' boxes, not of the ink
   double height = 0;
 };
 

@@ -4,9 +4,7 @@
 #include "platform/pdf_text_forms.h"
 
 #include <memory>
-
 #include <qpdf/Buffer.hh>
-#include <qpdf/BufferInputSource.hh>
 
 #include "platform/pdf_page_content.h"
 
@@ -27,7 +25,8 @@ QPDFObjectHandle emptyForm(QPDF& document, const PDFText& text) {
 void fill(QPDF& document, QPDFObjectHandle form, QPDFObjectHandle source) {
   const QPDFObjectHandle copy = document.copyForeignObject(source);
   QPDFObjectHandle from = QPDFObjectHandle(copy).getDict();
-  form.replaceStreamData(QPDFObjectHandle(copy).getRawStreamData(), from.getKey("/Filter"), from.getKey("/DecodeParms"));
+  form.replaceStreamData(QPDFObjectHandle(copy).getRawStreamData(), from.getKey("/Filter"),
+                         from.getKey("/DecodeParms"));
   for (const char* const key : {"/BBox", "/Resources", "/Group"}) form.getDict().replaceKey(key, from.getKey(key));
 }
 

@@ -90,8 +90,7 @@ void drawText(PDFDrawing& drawing, PDFTextForms& forms, PDFText text, const PDFR
   if (text.size == 0) text.size = fittingSize(forms, text, rectangle, first);
   const PDFTextForms::Form form = forms.add(text);
   const double left = isLine ? leftOf(text.alignment, rectangle, form.extent.width) : rectangle.left;
-  const double bottom =
-      isLine ? rectangle.midY() - form.extent.height / 2 : rectangle.top - form.extent.height;
+  const double bottom = isLine ? rectangle.midY() - form.extent.height / 2 : rectangle.top - form.extent.height;
   drawing.beginClip(rectangle);
   drawing.form(form.object, PDFMatrix::translation(left, bottom));
   drawing.endClip();

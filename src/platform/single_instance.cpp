@@ -109,8 +109,8 @@ SingleInstance::SingleInstance(FileDescriptor folder, std::string name, FileDesc
 
 std::unique_ptr<SingleInstance> SingleInstance::claim(const fs::path& folder, const std::string& name) {
   FileDescriptor directory = opened(folder);
-  FileDescriptor lock(
-      ::openat(directory.number(), (name + ".lock").c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, S_IRUSR | S_IWUSR));
+  FileDescriptor lock(::openat(directory.number(), (name + ".lock").c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW,
+                               S_IRUSR | S_IWUSR));
   if (!lock) throwErrno("openat");
   if (::flock(lock.number(), LOCK_EX | LOCK_NB) != 0) {
     if (errno == EWOULDBLOCK) return nullptr;

@@ -5,6 +5,7 @@
 
 #include <sstream>
 
+#include "support/pdf_builder.h"
 #include "support/process.h"
 #include "support/temporary_folder.h"
 
@@ -46,7 +47,8 @@ void prepare(const TemporaryFolder& folder, std::vector<std::string>& words) {
       ++i;
     } else if (!words[i].starts_with('-')) {
       words[i] = fs::path(words[i]).relative_path().lexically_normal();
-      folder.file(words[i], "d41d8cd98f00b204e9800998ecf8427e  example.txt\n");
+      folder.file(words[i],
+                  words[i].ends_with(".pdf") ? pdfOfPages(2) : "d41d8cd98f00b204e9800998ecf8427e  example.txt\n");
     }
   }
 }

@@ -20,15 +20,17 @@ std::string annotated(const std::vector<std::string>& annotations, const std::st
   const int catalog = pdf.reserve();
   const int pages = pdf.reserve();
   const int font = pdf.add("<< /Type /Font /Subtype /Type1 /BaseFont /Helvetica >>");
-  const int box = pdf.addStream(fmt::format("/Subtype /Form /BBox [0 0 100 50] /Resources << /Font << /F {} 0 R >> >>", font),
-                                "BT /F 20 Tf 5 5 Td (box) Tj ET");
+  const int box =
+      pdf.addStream(fmt::format("/Subtype /Form /BBox [0 0 100 50] /Resources << /Font << /F {} 0 R >> >>", font),
+                    "BT /F 20 Tf 5 5 Td (box) Tj ET");
   std::string all;
   for (std::string annotation : annotations) {
     const std::size_t at = annotation.find("BOX");
     if (at != std::string::npos) annotation.replace(at, 3, fmt::format("{} 0 R", box));
     all += fmt::format("{} 0 R ", pdf.add("<< /Type /Annot " + annotation + " >>"));
   }
-  const int page = pdf.add(fmt::format("<< /Type /Page /Parent {} 0 R /MediaBox [0 0 600 800] /Annots [{}] >>", pages, all));
+  const int page =
+      pdf.add(fmt::format("<< /Type /Page /Parent {} 0 R /MediaBox [0 0 600 800] /Annots [{}] >>", pages, all));
   pdf.set(catalog, fmt::format("<< /Type /Catalog /Pages {} 0 R /AcroForm << /Fields [{}] {} >> >>", pages, all, form));
   pdf.set(pages, fmt::format("<< /Type /Pages /Count 1 /Kids [{} 0 R] >>", page));
   return pdf.file(catalog);
@@ -45,23 +47,26 @@ struct Row {
 };
 
 const Row rows[] = {
-    {"a stamp shows its appearance", "/Subtype /Stamp /AP << /N BOX >> " + place, "", "box|"},
+    {"a stamp shows its appearance", "/Subtype /Stamp /AP << /N BOX >> " + place, "", "box |"},
     {"a hidden one shows nothing", "/Subtype /Stamp /F 2 /AP << /N BOX >> " + place, "", "|"},
     {"one that is for print alone shows nothing", "/Subtype /Stamp /F 32 /AP << /N BOX >> " + place, "", "|"},
     {"a pop-up shows nothing", "/Subtype /Popup /AP << /N BOX >> " + place, "", "|"},
-    {"a box that is on", field + "/FT /Btn /AS /Yes /AP << /N << /Yes BOX >> >>", "", "box|"},
+    {"a box that is on", field + "/FT /Btn /AS /Yes /AP << /N << /Yes BOX >> >>", "", "box |"},
     {"a box that is off", field + "/FT /Btn /AS /Off /AP << /N << /Yes BOX >> >>", "", "|"},
-    {"text without an appearance", field + "/FT /Tx /V (Ana)", "", "Ana|"},
-    {"text beyond Latin", field + "/FT /Tx /V <FEFF6A5F5BC6>", "", "機密|"},
-    {"text in several lines", field + "/FT /Tx /Ff 4096 /V (one\ntwo)", "", "one two|"},
-    {"text whose appearance is out of date", field + "/FT /Tx /V (new) /AP << /N BOX >>", "/NeedAppearances true", "new|"},
-    {"text whose appearance is good", field + "/FT /Tx /V (new) /AP << /N BOX >>", "", "box|"},
-    {"a choice is shown as its label", field + "/FT /Ch /Ff 131072 /V (1) /Opt [[(1) (First)] [(2) (Second)]]", "", "First|"},
-    {"a list shows its options", field + "/FT /Ch /V (b) /Opt [(aa) (b)]", "", "aa b|"},
-    {"a password isn't told", field + "/FT /Tx /Ff 8192 /V (pass)", "", "****|"},
-    {"a button shows its caption", field + "/FT /Btn /Ff 65536 /MK << /CA (Send) >>", "", "Send|"},
-    {"a free text without an appearance", "/Subtype /FreeText /DA (/Helv 12 Tf 0 g) /Contents (note) " + place, "", "note|"},
-    {"a rubber stamp without an appearance", "/Subtype /Stamp /Name /NotApproved " + place, "", "NOT APPROVED|"},
+    {"text without an appearance", field + "/FT /Tx /V (Ana)", "", "Ana |"},
+    {"text beyond Latin", field + "/FT /Tx /V <FEFF6A5F5BC6>", "", "機密 |"},
+    {"text in several lines", field + "/FT /Tx /Ff 4096 /V (one\ntwo)", "", "one two |"},
+    {"text whose appearance is out of date", field + "/FT /Tx /V (new) /AP << /N BOX >>", "/NeedAppearances true",
+     "new |"},
+    {"text whose appearance is good", field + "/FT /Tx /V (new) /AP << /N BOX >>", "", "box |"},
+    {"a choice is shown as its label", field + "/FT /Ch /Ff 131072 /V (1) /Opt [[(1) (First)] [(2) (Second)]]", "",
+     "First |"},
+    {"a list shows its options", field + "/FT /Ch /V (b) /Opt [(aa) (b)]", "", "aa b |"},
+    {"a password isn't told", field + "/FT /Tx /Ff 8192 /V (pass)", "", "**** |"},
+    {"a button shows its caption", field + "/FT /Btn /Ff 65536 /MK << /CA (Send) >>", "", "Send |"},
+    {"a free text without an appearance", "/Subtype /FreeText /DA (/Helv 12 Tf 0 g) /Contents (note) " + place, "",
+     "note |"},
+    {"a rubber stamp without an appearance", "/Subtype /Stamp /Name /NotApproved " + place, "", "NOT APPROVED |"},
 };
 
 TEST(FlattenedPages, SayWhatWasSeenOnThem) {
@@ -80,12 +85,19 @@ TEST(FlattenedPages, SayWhatWasSeenOnThem) {
 
 const char* const drawnKinds[] = {
     "/Subtype /Highlight /QuadPoints [100 140 300 140 100 100 300 100] /C [1 1 0] ",
-    "/Subtype /Underline ", "/Subtype /StrikeOut ", "/Subtype /Squiggly ",
+    "/Subtype /Underline ",
+    "/Subtype /StrikeOut ",
+    "/Subtype /Squiggly ",
     "/Subtype /Line /L [110 110 290 130] /LE [/Circle /ClosedArrow] ",
-    "/Subtype /Square ", "/Subtype /Circle /IC [1 0 0] ",
-    "/Subtype /Polygon /Vertices [100 100 200 140 300 100] ", "/Subtype /PolyLine /Vertices [100 100 200 140 300 100] ",
-    "/Subtype /Ink /InkList [[100 100 200 140] [250 110 300 100]] ", "/Subtype /Text ", "/Subtype /Caret ",
-    "/Subtype /FileAttachment ", "/Subtype /Link /Border [0 0 1] ",
+    "/Subtype /Square ",
+    "/Subtype /Circle /IC [1 0 0] ",
+    "/Subtype /Polygon /Vertices [100 100 200 140 300 100] ",
+    "/Subtype /PolyLine /Vertices [100 100 200 140 300 100] ",
+    "/Subtype /Ink /InkList [[100 100 200 140] [250 110 300 100]] ",
+    "/Subtype /Text ",
+    "/Subtype /Caret ",
+    "/Subtype /FileAttachment ",
+    "/Subtype /Link /Border [0 0 1] ",
     "/Subtype /Widget /FT /Btn /AS /On /MK << /CA (4) /BC [0] >> ",
     "/Subtype /Widget /FT /Btn /Ff 32768 /AS /On ",
 };
@@ -105,16 +117,18 @@ TEST(FlattenedPages, ShowMarkupThatHasNoAppearance) {
 
 TEST(FlattenedPages, KeepLinksThatLeadSomewhere) {
   const PDFRuns runs;
-  const fs::path file = runs.file("links.pdf", annotated({"/Subtype /Link /A << /S /URI /URI (https://example.org/) >> " + place}));
+  const fs::path file =
+      runs.file("links.pdf", annotated({"/Subtype /Link /A << /S /URI /URI (https://example.org/) >> " + place}));
   runs.run("pdf.flatten", {file});
-  EXPECT_THAT(printed("pdfinfo", {"-url", (runs / "links (flattened).pdf").string()}), testing::HasSubstr("https://example.org/"));
+  EXPECT_THAT(printed("pdfinfo", {"-url", (runs / "links (flattened).pdf").string()}),
+              testing::HasSubstr("https://example.org/"));
 }
 
 TEST(FlattenedPages, AreWhatIsResized) {
   const PDFRuns runs;
   const fs::path file = runs.file("form.pdf", annotated({field + "/FT /Tx /V (Ana)"}));
   EXPECT_EQ(outcomeOf(runs.run("pdf.resize-paper", {file})), "form (resized).pdf");
-  EXPECT_EQ(wordsOf(runs / "form (resized).pdf"), "Ana|");
+  EXPECT_EQ(wordsOf(runs / "form (resized).pdf"), "Ana |");
 }
 
 }  // namespace

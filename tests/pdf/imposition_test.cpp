@@ -59,6 +59,8 @@ TEST(Imposition, CellsFillTheSheetFromTheTopLeft) {
   // (612 - 32 - 10) / 2 = 285; (792 - 32 - 10) / 2 = 375.
   const SheetLayout fourUp{2, 2, 612, 792};
   EXPECT_EQ(fourUp.cell(0), (platform::PDFRectangle{16, 401, 301, 776}));
+  const platform::PDFRectangle tiny = SheetLayout{3, 3, 30, 30}.cell(4);
+  EXPECT_NEAR(tiny.width(), 20.0 / 3, 1e-9) << "on a sheet smaller than its margins, cells keep two thirds";
   EXPECT_EQ(fourUp.cell(3), (platform::PDFRectangle{311, 16, 596, 391}));
 }
 

@@ -10,6 +10,8 @@
 namespace quirn::platform {
 namespace {
 
+using namespace std::string_literals;
+
 std::string operatorsIn(std::string_view content) {
   std::string found;
   PDFContentScanner scanner(content);
@@ -29,7 +31,7 @@ const Row rows[] = {
     {"strings may hold brackets, escapes and operators", "(a (q) \\) Q) Tj", "Tj "},
     {"a comment ends with its line", "q % Q Q\nS", "q S "},
     {"dictionaries hold no operators", "/OC <</Q (Q) /R [/Do]>> BDC EMC", "BDC EMC "},
-    {"an inline image is one operator, whatever its bytes", std::string("q BI /W 1 ID \0EI Q\xFF EI Q", 28), "q BI Q "},
+    {"an inline image is one operator, whatever its bytes", "q BI /W 1 ID \0EI Q\xFF EI Q"s, "q BI Q "},
     {"numbers may be odd", "+1 -.5 --3 4. .5 1e5 inf cm", "inf cm "},
     {"true, false and null are operands", "true false null S", "S "},
 };

@@ -18,15 +18,24 @@ struct Row {
 
 // A page of 100 x 200 with a cell of 300 x 300 has its centre at 150, 150.
 const Row rows[] = {
-    {"a page smaller than its cell keeps its size, in the middle", {{0, 0, 100, 200}}, {0, 0, 300, 300}, {100, 50, 200, 250}},
+    {"a page smaller than its cell keeps its size, in the middle",
+     {{0, 0, 100, 200}},
+     {0, 0, 300, 300},
+     {100, 50, 200, 250}},
     {"a page larger than its cell shrinks to fit its height", {{0, 0, 100, 200}}, {0, 0, 100, 100}, {25, 0, 75, 100}},
     {"a page larger than its cell shrinks to fit its width", {{0, 0, 100, 200}}, {0, 0, 50, 900}, {0, 400, 50, 500}},
     {"a box off the origin is moved", {{70, -30, 170, 170}}, {0, 0, 300, 300}, {100, 50, 200, 250}},
     {"a cell off the origin is where the page goes", {{0, 0, 100, 200}}, {10, 20, 310, 320}, {110, 70, 210, 270}},
     {"a page on its side needs the width of its height", {{0, 0, 100, 200}, 90}, {0, 0, 300, 300}, {50, 100, 250, 200}},
     {"a page upside down takes the same place", {{0, 0, 100, 200}, 180}, {0, 0, 300, 300}, {100, 50, 200, 250}},
-    {"a page with a unit of two points is twice as large", {{0, 0, 100, 200}, 0, 2}, {0, 0, 800, 800}, {300, 200, 500, 600}},
-    {"a page with a unit of two points is fitted as such", {{0, 0, 100, 200}, 0, 2}, {0, 0, 300, 300}, {75, 0, 225, 300}},
+    {"a page with a unit of two points is twice as large",
+     {{0, 0, 100, 200}, 0, 2},
+     {0, 0, 800, 800},
+     {300, 200, 500, 600}},
+    {"a page with a unit of two points is fitted as such",
+     {{0, 0, 100, 200}, 0, 2},
+     {0, 0, 300, 300},
+     {75, 0, 225, 300}},
 };
 
 TEST(PDFGeometry, DrawsAPageInTheMiddleOfItsTargetAndNeverLarger) {
