@@ -152,7 +152,8 @@ std::string_view drawingFor(std::string_view symbol) {
   while (!symbol.empty()) {
     const auto found = std::ranges::lower_bound(rows, symbol, {}, &Row::first);
     if (found != rows.end() && found->first == symbol) return found->second;
-    symbol = symbol.substr(0, std::min(symbol.size(), symbol.rfind('.') == std::string_view::npos ? 0 : symbol.rfind('.')));
+    symbol =
+        symbol.substr(0, std::min(symbol.size(), symbol.rfind('.') == std::string_view::npos ? 0 : symbol.rfind('.')));
   }
   return "app";
 }

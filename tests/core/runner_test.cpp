@@ -12,7 +12,7 @@ namespace {
 
 struct WordConfig : OperationConfig {
   std::string word = "default";
-  static Panel panel() { return {field<&WordConfig::word>("Word")}; }
+  static Panel panel() { return {field<&WordConfig::word>("Word").fromInput()}; }
 };
 
 // Says its setting as its summary, on the thread that the run has; throws what the setting asks
@@ -28,6 +28,12 @@ class WordOperation final : public ConfigurableOperation<WordConfig> {
   static const AcceptedInputs& accepts() {
     static const AcceptedInputs accepts{.atLeast = 0};
     return accepts;
+  }
+  static WordConfig configurationFor(std::span<const InputFile> inputs, OperationContext&) {
+    if (inputs.empty()) throw OperationError::unsupportedInput("Nothing to read.");
+    WordConfig config;
+    config.word = inputs.front().fileName();
+    return config;
   }
   static inline Meeting* meeting = nullptr;
   static inline std::thread::id thread;
@@ -96,6 +102,24 @@ TEST_F(Runner, RunsWithTheSettingsThatItWasGivenWhateverBecomesOfThem) {
   queue.runUntil([&] { return summary.has_value(); }, std::chrono::milliseconds(100), [] {});
   WordOperation::meeting = nullptr;
   EXPECT_EQ(summary, "before");
+}
+
+TEST_F(Runner, BeginsSettingsWithWhatTheInputsSayOrElseTheDefaults) {
+  const auto wordFor = [&](const std::vector<std::string>& names, bool isCancelled) {
+    platform::PlainMainQueue queue;
+    std::optional<std::string> word;
+    const auto context = contextIn();
+    if (isCancelled) context->progress().cancel();
+    const quirn::Run run = OperationRunner(queue).configure(
+        type, inputsNamed(names), context, [&](const std::unique_ptr<OperationConfig>& read) {
+          word = read ? dynamic_cast<const WordConfig&>(*read).word : "none";
+        });
+    queue.runUntil([&] { return word.has_value(); }, std::chrono::milliseconds(100), [] {});
+    return *word;
+  };
+  EXPECT_EQ(wordFor({"report"}, false), "report");
+  EXPECT_EQ(wordFor({}, false), "default") << "what can't be read is told by the run";
+  EXPECT_EQ(wordFor({"report"}, true), "none");
 }
 
 TEST_F(Runner, IsCancelledThroughItsProgressAndByBeingDropped) {

@@ -108,6 +108,18 @@ TEST(PDFOperations, BeginWithWhatTheDocumentSays) {
       0);
 }
 
+TEST(PDFOperations, TakeListsLongerThanAMessageToAWorker) {
+  const PDFRuns runs;
+  std::string entries;
+  for (int number = 1; number <= 8'000; ++number) entries += fmt::format("{} Bookmark number {}\n", number % 3, number);
+  const Ran ran = runs.run("pdf.bookmarks", {runs.file("x.pdf", pdfOfPages(2))}, {{"entries", entries}});
+  EXPECT_EQ(ran.result->summary, "Set 8000 bookmarks.");
+  const auto config = PDFRuns::configurationFor("pdf.bookmarks", runs / "x (bookmarks).pdf");
+  const auto& read = dynamic_cast<const PDFBookmarksConfig&>(*config).entries;
+  ASSERT_EQ(read.size(), 8'000U);
+  EXPECT_EQ(read.back().title, "Bookmark number 8000");
+}
+
 TEST(PDFOperations, ReadOutlinesOfAllLevelsHoweverTheyLead) {
   PDFBuilder pdf;
   const int catalog = pdf.reserve();

@@ -12,7 +12,7 @@ namespace {
 namespace fs = std::filesystem;
 
 void copyTree(const TemporaryFolder& folder) {
-  for (const char* const part : {"src", "tests/contract", "tests/support", "tools/new-operation"}) {
+  for (const char* const part : {"src", "tests", "tools/new-operation"}) {
     fs::create_directories((folder / part).parent_path());
     fs::copy(sourceFolder() / part, folder / part, fs::copy_options::recursive);
   }

@@ -19,12 +19,14 @@ namespace fs = std::filesystem;
 
 class Photographer {
  public:
-  Photographer(fs::path folder, std::string scheme, QSize size) : folder_(std::move(folder)), scheme_(std::move(scheme)) {
+  Photographer(fs::path folder, std::string scheme, QSize size)
+      : folder_(std::move(folder)), scheme_(std::move(scheme)) {
     subject_.window().resize(size);
     const std::string filler(4'200'000, 'x');
     for (const auto& [name, bytes] : {std::pair("Contract 2026.pdf", 1'240'000), std::pair("Appendix A.pdf", 380'000),
                                       std::pair("Appendix B.pdf", 2'410'000)}) {
-      files_.push_back(subject_.folder.file(fs::path("Documents") / name, filler.substr(0, static_cast<std::size_t>(bytes))));
+      files_.push_back(
+          subject_.folder.file(fs::path("Documents") / name, filler.substr(0, static_cast<std::size_t>(bytes))));
     }
   }
 
