@@ -29,7 +29,7 @@ struct Node {
 
 // What a page doesn't take along: its place in the tree, the threads and the structure of the whole document.
 bool staysBehind(const std::string& key) {
-  static const std::set<std::string> keys{"/Type", "/Parent", "/B", "/StructParents", "/Annots"};
+  static const std::set<std::string> keys{"/Type", "/Parent", "/Kids", "/Count", "/B", "/StructParents", "/Annots"};
   return keys.contains(key);
 }
 

@@ -29,13 +29,17 @@ class BranchFinder {
     for (int level = 0; level < deepestField && seen_.insert(node.getObjGen()).second; ++level) {
       branches_.nodes.push_back(node);
       QPDFObjectHandle parent = node.getKey("/Parent");
-      if (!parent.isDictionary() || !parent.isIndirect() || parent.hasKey("/Pages")) {
-        branches_.roots.push_back(node);
-        return;
-      }
+      if (!isField(parent)) return branches_.roots.push_back(node);
       branches_.kids[parent.getObjGen()].push_back(node);
       node = parent;
     }
+  }
+
+  // A field has no type but that of an annotation, where it is one as well.
+  static bool isField(QPDFObjectHandle object) {
+    if (!object.isDictionary() || !object.isIndirect()) return false;
+    QPDFObjectHandle type = object.getKey("/Type");
+    return type.isNull() || type.isNameAndEquals("/Annot");
   }
 
   Branches branches_;
@@ -67,14 +71,18 @@ void PDFFormFields::add(QPDF& qpdf, const std::vector<QPDFObjectHandle>& widgets
       field.replaceKey("/Kids", QPDFObjectHandle::newArray(kids->second));
     }
     if (field.getKey("/FT").isNameAndEquals("/Sig")) field.removeKey("/V");
-    if (roots.contains(node.getObjGen())) {
-      if (!field.hasKey("/DA")) field.replaceKey("/DA", form.getKey("/DA"));
-      if (!field.hasKey("/Q")) field.replaceKey("/Q", form.getKey("/Q"));
-      if (QPDFObjectHandle name = field.getKey("/T"); name.isString()) {
-        field.replaceKey("/T", QPDFObjectHandle::newUnicodeString(freeName(name.getUTF8Value())));
-      }
-    }
+    if (roots.contains(node.getObjGen())) completeRoot(field, form);
     writer.write(numbers.at(node.getObjGen()), copier.text(field));
+  }
+}
+
+// What a field takes from its form is its own in a form of several.
+void PDFFormFields::completeRoot(QPDFObjectHandle field, QPDFObjectHandle form) {
+  for (const char* key : {"/DA", "/Q"}) {
+    if (!field.hasKey(key)) field.replaceKey(key, form.getKey(key));
+  }
+  if (QPDFObjectHandle name = field.getKey("/T"); name.isString()) {
+    field.replaceKey("/T", QPDFObjectHandle::newUnicodeString(freeName(name.getUTF8Value())));
   }
 }
 

@@ -31,6 +31,7 @@ class PDFFormFields {
 
  private:
   void addDefaults(QPDFObjectHandle form, PDFObjectCopier& copier);
+  void completeRoot(QPDFObjectHandle field, QPDFObjectHandle form);
   std::string freeName(const std::string& name);
 
   std::string roots_;  // references
