@@ -4,6 +4,7 @@
 
 # Archives beside zip, unzip, 7z, bsdtar, tar, gzip, pigz and the tools of libdeflate and ISA-L: a tree of 5,000 files
 # and 186 MB, a log of 200 MB, and an archive of 100,000 entries. Sizes of what was made come at the end.
+# shellcheck disable=SC2016  # the inner shell is given the folder as $0
 set -euo pipefail
 
 here=$(dirname -- "$(readlink -f -- "${BASH_SOURCE[0]}")")
