@@ -34,7 +34,7 @@ for number in range(5_000):
     folder.mkdir(parents=True, exist_ok=True)
     size = int(random.expovariate(1 / 37_000)) + 100
     # Half of the bytes are compressed already, as pictures and the like are.
-    data = os.urandom(size) if random.random() < 0.45 else source(size)
+    data = os.urandom(size) if random.random() < 0.35 else source(size)
     (folder / f"file{number:04}").write_bytes(data)
 with open(root / "log.txt", "w") as log:
     time = 1_700_000_000

@@ -30,7 +30,10 @@ ByteSink sinkIntoFile(const std::filesystem::path& path) {
 
 void BufferedSink::write(std::span<const std::byte> bytes) {
   if (kept_.size() + bytes.size() > keptAtMost) flush();
-  if (bytes.size() > keptAtMost) return sink_(bytes);
+  if (bytes.size() > keptAtMost) {
+    sink_(bytes);
+    return;
+  }
   platform::append(kept_, bytes);
 }
 

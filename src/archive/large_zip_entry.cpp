@@ -63,7 +63,8 @@ bool LargeZipEntry::measure(InputHandle file) {
 void LargeZipEntry::writeTo(ZipWriter& writer, const std::optional<ZipKey>& key) {
   if (!key) {
     writer.begin(header_);
-    return writePayload([&](std::span<const std::byte> bytes) { writer.append(bytes); });
+    writePayload([&](std::span<const std::byte> bytes) { writer.append(bytes); });
+    return;
   }
   header_.payloadSize += zipAesOverhead;
   header_.aesRealMethod = header_.method;
@@ -79,8 +80,14 @@ void LargeZipEntry::writeTo(ZipWriter& writer, const std::optional<ZipKey>& key)
 }
 
 void LargeZipEntry::writePayload(const ByteSink& sink) {
-  if (header_.method == zipStored) return readAgain(sink);
-  if (!arePiecesKept_) return compressAgain(sink);
+  if (header_.method == zipStored) {
+    readAgain(sink);
+    return;
+  }
+  if (!arePiecesKept_) {
+    compressAgain(sink);
+    return;
+  }
   for (const platform::Bytes& piece : pieces_) {
     context_.checkCancellation();
     sink(piece);

@@ -42,7 +42,10 @@ std::span<const std::byte> dataOf(const TarEntry& entry, std::span<const std::by
 
 void writeFile(const TarEntry& entry, std::span<const std::byte> data, Extraction& extraction) {
   constexpr std::size_t largestWhole = 8 << 20;
-  if (data.size() <= largestWhole) return extraction.writeFile(entry.name, data, std::nullopt);
+  if (data.size() <= largestWhole) {
+    extraction.writeFile(entry.name, data, std::nullopt);
+    return;
+  }
   extraction.writeFile(entry.name, std::nullopt, [=](const Extraction::Write& write) {
     for (auto left = data; !left.empty(); left = left.subspan(std::min(left.size(), largestWhole)))
       write(left.first(std::min(left.size(), largestWhole)));
@@ -51,10 +54,16 @@ void writeFile(const TarEntry& entry, std::span<const std::byte> data, Extractio
 
 void extract(const TarEntry& entry, std::span<const std::byte> bytes, Extraction& extraction) {
   if (isLitter(entry.name)) return;
-  if (entry.isDirectory) return extraction.makeFolder(entry.name);
+  if (entry.isDirectory) {
+    extraction.makeFolder(entry.name);
+    return;
+  }
   requireSafe(entry.name);
   if (entry.typeflag == tarHardLink) return;
-  if (entry.typeflag == tarSymbolicLink) return extraction.makeLink(entry.name, entry.linkName);
+  if (entry.typeflag == tarSymbolicLink) {
+    extraction.makeLink(entry.name, entry.linkName);
+    return;
+  }
   writeFile(entry, dataOf(entry, bytes), extraction);
 }
 

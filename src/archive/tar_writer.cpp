@@ -41,7 +41,10 @@ void putName(TarBlock& block, Field field, std::string_view name) {
 // Digits and a NUL, or GNU's base 256 where the digits don't do.
 void putNumber(TarBlock& block, Field field, std::uint64_t number) {
   const std::string digits = fmt::format("{:0{}o}", number, field.length - 1);
-  if (digits.size() < field.length) return putText(block, field, digits);
+  if (digits.size() < field.length) {
+    putText(block, field, digits);
+    return;
+  }
   block[field.offset] = std::byte{0x80};
   for (std::size_t i = 0; i < sizeof number; ++i)
     block[field.offset + field.length - 1 - i] = static_cast<std::byte>(number >> (8 * i) & 0xFF);

@@ -122,7 +122,10 @@ class Inflating {
 // `stored` hands what is stored to the sink that it is given.
 void streamUnpacked(const ZipFileEntry& entry, const std::function<void(const ByteSink&)>& stored,
                     const ByteSink& sink) {
-  if (entry.realMethod == zipStored) return stored(sink);
+  if (entry.realMethod == zipStored) {
+    stored(sink);
+    return;
+  }
   if (entry.realMethod != zipDeflated) throwUnsupported(entry);
   Inflating inflating(entry, sink);
   stored([&](std::span<const std::byte> bytes) { inflating.take(bytes); });
@@ -158,7 +161,8 @@ void streamZipContents(const ZipFileEntry& entry, const std::optional<ZipAesKeys
                        std::span<const std::byte> payload, const ByteSink& sink) {
   if (entry.isEncrypted) {
     const auto ciphertext = ciphertextOf(payload, keys);
-    return streamUnpacked(entry, [&](const ByteSink& next) { streamDeciphered(ciphertext, *keys, next); }, sink);
+    streamUnpacked(entry, [&](const ByteSink& next) { streamDeciphered(ciphertext, *keys, next); }, sink);
+    return;
   }
   std::uint32_t crc = platform::crc32Start;
   streamUnpacked(

@@ -43,9 +43,13 @@ void ZipCreation::add(const ArchiveItem& item) {
   try {
     file = context_.open(item.file);
   } catch (const OperationError&) {
-    return context_.progress().complete(1);
+    context_.progress().complete(1);
+    return;
   }
-  if (file->size() > largestWhole) return addLarge(item, std::move(*file));
+  if (file->size() > largestWhole) {
+    addLarge(item, std::move(*file));
+    return;
+  }
   addSmall(item, std::move(*file));
 }
 

@@ -90,17 +90,26 @@ void ZipExtraction::makeOldest() {
   const Pending pending = std::move(pending_.front());
   pending_.pop_front();
   const ZipFileEntry& entry = *pending.entry;
-  if (entry.isDirectory) return extraction_.makeFolder(entry.name);
+  if (entry.isDirectory) {
+    extraction_.makeFolder(entry.name);
+    return;
+  }
   requireSafe(entry.name);
   const Contents contents = contents_.next();
   pendingBytes_ -= heldBytesOf(entry);
-  if (!isLink(entry)) return makeFile(pending, contents);
+  if (!isLink(entry)) {
+    makeFile(pending, contents);
+    return;
+  }
   if (contents) extraction_.makeLink(entry.name, platform::repairedUtf8(platform::textOf(contents->bytes())));
 }
 
 void ZipExtraction::makeFile(const Pending& pending, const Contents& contents) {
   const ZipFileEntry& entry = *pending.entry;
-  if (contents) return extraction_.writeFile(entry.name, contents->bytes(), entry.modified);
+  if (contents) {
+    extraction_.writeFile(entry.name, contents->bytes(), entry.modified);
+    return;
+  }
   extraction_.writeFile(entry.name, entry.modified, [&](const Extraction::Write& write) {
     streamZipContents(entry, derived(pending.key), zipPayloadOf(entry, archive_), write);
   });

@@ -88,8 +88,10 @@ void ZipWriter::add(std::string_view name, std::span<const std::byte> data, std:
                     std::chrono::sys_seconds modified, std::uint16_t mode) {
   const ZipPacked packed = zipPacked(data);
   const auto payload = packed.payload(data);
-  if (password.value_or("").empty())
-    return addPrepared(name, payload, data.size(), packed.crc, packed.method, {}, modified, mode, false);
+  if (password.value_or("").empty()) {
+    addPrepared(name, payload, data.size(), packed.crc, packed.method, {}, modified, mode, false);
+    return;
+  }
   const ZipSalt salt = randomZipSalt();
   const Bytes enciphered = encrypted(payload, salt, zipAesKeys(*password, std::span(&salt, 1)).front());
   addPrepared(name, enciphered, data.size(), 0, zipAes, packed.method, modified, mode, false);

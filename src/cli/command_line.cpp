@@ -191,9 +191,9 @@ CommandSyntax helpSyntax(HelpArguments& help) {
 }
 
 std::vector<CommandSyntax> allCommands(Parsed& parsed) {
-  return {openSyntax(parsed.open),         runSyntax(parsed.run),           toolSyntax(parsed.tool),       listSyntax(parsed.list),
-          describeSyntax(parsed.describe), suggestSyntax(parsed.suggest), searchSyntax(parsed.search),
-          urlSyntax(parsed.url),           helpSyntax(parsed.help)};
+  return {openSyntax(parsed.open),     runSyntax(parsed.run),           toolSyntax(parsed.tool),
+          listSyntax(parsed.list),     describeSyntax(parsed.describe), suggestSyntax(parsed.suggest),
+          searchSyntax(parsed.search), urlSyntax(parsed.url),           helpSyntax(parsed.help)};
 }
 
 const CommandSyntax& commandNamed(const std::vector<CommandSyntax>& commands, const std::string& name) {
@@ -260,7 +260,8 @@ Command parseCommandLine(std::span<const std::string> words) {
   const std::vector<CommandSyntax> commands = allCommands(parsed);
   if (words.empty() && hasDisplay()) return OpenArguments();
   const std::string first = words.empty() ? "--help" : words.front();
-  if (const auto url = parseUrl(first); url && url->scheme == "quirn") return OpenArguments{.operation = "", .locations = {words.begin(), words.end()}};
+  if (const auto url = parseUrl(first); url && url->scheme == "quirn")
+    return OpenArguments{.operation = "", .locations = {words.begin(), words.end()}};
   if (first == "--help" || first == "-h") return Printout{helpOnAll(commands)};
   if (first == "--version") return Printout{versionText()};
   if (first.starts_with('-')) {

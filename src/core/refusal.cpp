@@ -22,7 +22,8 @@ const InputFile* misfit(const AcceptedInputs& accepts, std::span<const InputFile
   AcceptedInputs alone = accepts;
   alone.atLeast = 1;
   alone.atMost = 1;
-  const auto found = std::ranges::find_if_not(inputs, [&](const InputFile& input) { return alone.accepts({&input, 1}); });
+  const auto found =
+      std::ranges::find_if_not(inputs, [&](const InputFile& input) { return alone.accepts({&input, 1}); });
   return found == inputs.end() ? nullptr : &*found;
 }
 

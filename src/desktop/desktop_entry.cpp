@@ -14,8 +14,10 @@ namespace quirn::desktop {
 std::string entryValue(std::string_view text) {
   std::string value;
   for (const char character : text) {
-    if (character == '\\') value += "\\\\";
-    else value += static_cast<unsigned char>(character) < ' ' ? ' ' : character;
+    if (character == '\\')
+      value += "\\\\";
+    else
+      value += static_cast<unsigned char>(character) < ' ' ? ' ' : character;
   }
   return value;
 }
@@ -29,7 +31,8 @@ GeneratedFile desktopEntry(const OperationRegistry& registry) {
     const std::string name = actionName(shortcut.title);
     actions.push_back(name);
     const std::string operation = shortcut.operationID ? fmt::format(" --operation {}", *shortcut.operationID) : "";
-    groups += fmt::format("\n[Desktop Action {}]\nName={}\nExec=quirn open{}\n", name, entryValue(shortcut.title), operation);
+    groups +=
+        fmt::format("\n[Desktop Action {}]\nName={}\nExec=quirn open{}\n", name, entryValue(shortcut.title), operation);
   }
   std::string text = fmt::format(
       "[Desktop Entry]\nType=Application\nVersion=1.4\nName=Quirn\nGenericName=File Toolbox\n"

@@ -33,7 +33,8 @@ std::string operationList(const OperationRegistry& registry) {
     if (!type.isBuilt()) continue;
     if (family != info.category) text += fmt::format(".SS \"{}\"\n", categoryTitle(info.category));
     family = info.category;
-    text += fmt::format(".TP\n\\fB{}\\fR\n{}. {}\n", troff(info.operationID), troff(info.displayName), troff(info.about));
+    text +=
+        fmt::format(".TP\n\\fB{}\\fR\n{}. {}\n", troff(info.operationID), troff(info.displayName), troff(info.about));
   }
   return text;
 }
@@ -45,9 +46,12 @@ std::string troff(std::string_view text) {
   bool isLineStart = true;
   for (const char character : text) {
     if (isLineStart && (character == '.' || character == '\'')) value += "\\&";
-    if (character == '\\') value += "\\e";
-    else if (character == '-') value += "\\-";
-    else value += character;
+    if (character == '\\')
+      value += "\\e";
+    else if (character == '-')
+      value += "\\-";
+    else
+      value += character;
     isLineStart = character == '\n';
   }
   return value;

@@ -42,7 +42,8 @@ std::string dolphinMenu(std::string_view name, std::string_view types, std::stri
       applicationID, command);
 }
 
-std::string nemoAction(std::string_view name, std::string_view comment, std::string_view types, std::string_view command) {
+std::string nemoAction(std::string_view name, std::string_view comment, std::string_view types,
+                       std::string_view command) {
   return fmt::format(
       "[Nemo Action]\nName={}\nComment={}\nExec={} %F\nIcon-Name={}\nSelection=notnone\nMimetypes={};\n"
       "Quote=double\nDependencies=quirn;\n",

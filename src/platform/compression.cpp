@@ -86,21 +86,29 @@ std::optional<Bytes> deflatedWithin(std::span<const std::byte> bytes, std::uint6
   return output;
 }
 
-// For an output too large to be given its room at once.
-std::optional<Bytes> inflatedBySteps(std::span<const std::byte> bytes, std::uint64_t outputLimit) {
-  constexpr std::size_t step = 1 << 20;
+// The size of what comes out, without keeping it.
+std::optional<std::uint64_t> inflatedSize(std::span<const std::byte> bytes, std::uint64_t outputLimit) {
   InflateStream stream;
-  Bytes output;
+  Bytes window(256 << 10);
+  std::uint64_t size = 0;
   for (;;) {
-    const std::size_t filled = output.size();
-    output.resize(filled + std::max(step, filled / 2));
-    std::span<std::byte> room = std::span(output).subspan(filled);
+    std::span<std::byte> room(window);
     const auto status = stream.advance(bytes, room);
-    output.resize(output.size() - room.size());
-    if (status == InflateStream::Status::damaged || output.size() > outputLimit) return std::nullopt;
-    if (status == InflateStream::Status::ended) return output;
+    size += window.size() - room.size();
+    if (status == InflateStream::Status::damaged || size > outputLimit) return std::nullopt;
+    if (status == InflateStream::Status::ended) return size;
     if (bytes.empty() && !room.empty()) return std::nullopt;
   }
+}
+
+// For an output too large to be given room on suspicion: expanding twice takes less than growing, which copies.
+std::optional<Bytes> inflatedTwice(std::span<const std::byte> bytes, std::uint64_t outputLimit) {
+  const auto size = inflatedSize(bytes, outputLimit);
+  if (!size) return std::nullopt;
+  Bytes output(static_cast<std::size_t>(*size));
+  std::span<std::byte> room(output);
+  if (InflateStream().advance(bytes, room) != InflateStream::Status::ended) return std::nullopt;
+  return output;
 }
 
 std::optional<Bytes> inflatedWithin(std::span<const std::byte> bytes, std::uint64_t outputLimit) {
@@ -120,7 +128,7 @@ std::optional<Bytes> inflatedWithin(std::span<const std::byte> bytes, std::uint6
     case LIBDEFLATE_INSUFFICIENT_SPACE:
       if (room == outputLimit) return std::nullopt;
       output = {};
-      return inflatedBySteps(bytes, outputLimit);
+      return inflatedTwice(bytes, outputLimit);
     default: return std::nullopt;
   }
 }

@@ -4,7 +4,9 @@
 #include "platform/content_type.h"
 
 #include <cstddef>
+#include <map>
 #include <memory>
+#include <mutex>
 #include <span>
 #include <string_view>
 #include <system_error>
@@ -105,8 +107,14 @@ std::string mimeTypeOfFile(const std::filesystem::path& file) {
   return head.empty() ? named.type : guessed(file, head).type;
 }
 
+// Suggestions ask this of each of thousands of files, which have few types among them.
 bool isMimeSubtype(const std::string& type, const std::string& ancestor) {
-  return Gio::loaded().isA(type.c_str(), ancestor.c_str()) != 0;
+  static std::mutex mutex;
+  static std::map<std::pair<std::string, std::string>, bool> known;  // guarded by mutex
+  const std::scoped_lock guard(mutex);
+  const auto [found, isNew] = known.try_emplace({type, ancestor}, false);
+  if (isNew) found->second = Gio::loaded().isA(type.c_str(), ancestor.c_str()) != 0;
+  return found->second;
 }
 
 }  // namespace quirn::platform

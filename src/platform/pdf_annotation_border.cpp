@@ -53,7 +53,10 @@ void drawBorder(PDFDrawing& drawing, Object annotation, const PDFRectangle& box,
   Object style = annotation.getKey("/BS");
   const PDFRectangle middle = inset(box, pen.isVisible() ? pen.width / 2 : 0);
   const bool isUnderline = style.isDictionary() && style.getKey("/S").isNameAndEquals("/U");
-  if (!isUnderline) return drawing.rectangle(middle, fill, pen);
+  if (!isUnderline) {
+    drawing.rectangle(middle, fill, pen);
+    return;
+  }
   drawing.rectangle(box, fill, {});
   const std::array line{PDFPoint{box.left, middle.bottom}, PDFPoint{box.right, middle.bottom}};
   drawing.lines(line, PDFDrawing::Ends::open, {}, pen);

@@ -89,10 +89,12 @@ void Compression::findMasks(const std::vector<Object>& objects) {
 }
 
 void Compression::pack(Object stream) {
-  if (isImage(stream)) {
-    if (auto stored = storedImage(stream)) return packPicture(stream, std::move(*stored));
+  auto stored = isImage(stream) ? storedImage(stream) : std::nullopt;
+  if (stored) {
+    packPicture(stream, std::move(*stored));
+  } else {
+    packStream(stream);
   }
-  packStream(stream);
 }
 
 void Compression::packPicture(Object image, PDFStoredImage stored) {

@@ -67,9 +67,13 @@ void drawTextField(const Widget& widget) {
   std::string value = values.front();
   if (widget.field.isPassword()) value = std::string(charactersOf(value).size(), '*');
   const PDFRectangle room = inset(widget.inner, 1);
-  if (const int cells = widget.field.combLength(); cells > 0) return drawComb(widget, value, cells);
-  if (!widget.field.isMultiline()) return drawLine(widget, std::move(value), room);
-  drawText(widget.drawing, widget.texts, styled(widget, std::move(value)), room, PDFTextFlow::paragraphs);
+  if (const int cells = widget.field.combLength(); cells > 0) {
+    drawComb(widget, value, cells);
+  } else if (widget.field.isMultiline()) {
+    drawText(widget.drawing, widget.texts, styled(widget, std::move(value)), room, PDFTextFlow::paragraphs);
+  } else {
+    drawLine(widget, std::move(value), room);
+  }
 }
 
 // The options from the first that is shown, those that are chosen on a coloured ground.
@@ -93,7 +97,10 @@ void drawListBox(const Widget& widget) {
 }
 
 void drawChoice(const Widget& widget) {
-  if (!widget.field.isCombo()) return drawListBox(widget);
+  if (!widget.field.isCombo()) {
+    drawListBox(widget);
+    return;
+  }
   const std::vector<std::string> values = widget.field.shownValues();
   if (!values.empty()) drawLine(widget, values.front(), inset(widget.inner, 1));
 }
@@ -122,19 +129,20 @@ void drawMark(const Widget& widget, char mark) {
   const PDFPen pen{ink, side / 9, {}};
   using enum PDFDrawing::Ends;
   switch (mark) {
-    case 'l': return widget.drawing.ellipse(box, ink, {});
-    case 'n': return widget.drawing.rectangle(box, ink, {});
-    case '8': return drawCross(widget, box, pen);
+    case 'l': widget.drawing.ellipse(box, ink, {}); return;
+    case 'n': widget.drawing.rectangle(box, ink, {}); return;
+    case '8': drawCross(widget, box, pen); return;
     case 'u':
     case 'H': {
       const std::array diamond{PDFPoint{box.left, center.y}, PDFPoint{center.x, box.top}, PDFPoint{box.right, center.y},
                                PDFPoint{center.x, box.bottom}};
-      return widget.drawing.lines(diamond, closed, ink, {});
+      widget.drawing.lines(diamond, closed, ink, {});
+      return;
     }
     default: {
       const std::array check{PDFPoint{box.left, center.y - half / 6}, PDFPoint{center.x - half / 3, box.bottom},
                              PDFPoint{box.right, box.top}};
-      return widget.drawing.lines(check, open, {}, pen);
+      widget.drawing.lines(check, open, {}, pen);
     }
   }
 }
@@ -149,9 +157,9 @@ void drawCaption(const Widget& widget) {
 
 void drawContent(const Widget& widget) {
   switch (widget.field.kind()) {
-    case PDFField::Kind::text: return drawTextField(widget);
-    case PDFField::Kind::choice: return drawChoice(widget);
-    case PDFField::Kind::push: return drawCaption(widget);
+    case PDFField::Kind::text: drawTextField(widget); return;
+    case PDFField::Kind::choice: drawChoice(widget); return;
+    case PDFField::Kind::push: drawCaption(widget); return;
     case PDFField::Kind::check:
       if (widget.field.isOn()) drawMark(widget, markOf(widget.field, '4'));
       return;

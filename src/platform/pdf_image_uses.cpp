@@ -59,7 +59,7 @@ void PDFImageUses::addContent(const std::vector<Call>& calls, Object resources, 
 void PDFImageUses::addObject(Object object, Object outerResources, const PDFMatrix& matrix) {
   if (!object.isStream()) return;
   Object dictionary = object.getDict();
-  if (dictionary.getKey("/Subtype").isNameAndEquals("/Image")) return addUse(object, matrix);
+  if (dictionary.getKey("/Subtype").isNameAndEquals("/Image")) addUse(object, matrix);
   if (!dictionary.getKey("/Subtype").isNameAndEquals("/Form")) return;
   Object resources = dictionary.getKey("/Resources");
   addStream(object, resources.isDictionary() ? resources : outerResources, matrix);

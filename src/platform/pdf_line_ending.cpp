@@ -36,7 +36,8 @@ void drawEnding(PDFDrawing& drawing, const std::string& name, PDFPoint tip, PDFP
   const double scale = std::max(1.0, pen.width);
   if (name == "/Circle") {
     const double radius = 3 * scale;
-    return drawing.ellipse({tip.x - radius, tip.y - radius, tip.x + radius, tip.y + radius}, fill, pen);
+    drawing.ellipse({tip.x - radius, tip.y - radius, tip.x + radius, tip.y + radius}, fill, pen);
+    return;
   }
   const double length = std::hypot(tip.x - from.x, tip.y - from.y);
   if (length == 0) return;

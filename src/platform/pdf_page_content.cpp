@@ -97,7 +97,7 @@ QPDFObjectHandle joined(QPDF& document, const std::vector<QPDFObjectHandle>& str
 }
 
 // The resources of a page, own or inherited, as an object that pages can share.
-QPDFObjectHandle sharedResources(QPDF& document, QPDFObjectHandle page) {
+QPDFObjectHandle sharedResources(QPDF& document, const QPDFObjectHandle& page) {
   std::set<QPDFObjGen> seen;
   for (QPDFObjectHandle node = page; node.isDictionary() && seen.insert(node.getObjGen()).second;
        node = node.getKey("/Parent")) {
@@ -139,8 +139,10 @@ void wrapInForm(QPDF& document, QPDFObjectHandle page) {
 void isolateContents(QPDF& document, QPDFObjectHandle page) {
   const PDFContentBalance balance = balanceOf(decodedContents(page));
   constexpr long mostUnmatched = 100;
-  if (balance.endsInside || balance.unmatchedRestores > mostUnmatched || balance.unmatchedSaves > mostUnmatched)
-    return wrapInForm(document, page);
+  if (balance.endsInside || balance.unmatchedRestores > mostUnmatched || balance.unmatchedSaves > mostUnmatched) {
+    wrapInForm(document, page);
+    return;
+  }
   std::vector<QPDFObjectHandle> streams = contentStreams(page);
   streams.insert(streams.begin(), document.newStream(repeated("q\n", balance.unmatchedRestores + 1)));
   streams.push_back(document.newStream(repeated("\nQ", balance.unmatchedSaves + 1) + "\n"));

@@ -109,8 +109,8 @@ SingleInstance::SingleInstance(FileDescriptor folder, std::string name, FileDesc
 
 std::unique_ptr<SingleInstance> SingleInstance::claim(const fs::path& folder, const std::string& name) {
   FileDescriptor directory = opened(folder);
-  FileDescriptor lock(
-      ::openat(directory.number(), (name + ".lock").c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, S_IRUSR | S_IWUSR));
+  FileDescriptor lock(::openat(directory.number(), (name + ".lock").c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW,
+                               S_IRUSR | S_IWUSR));
   if (!lock) throwErrno("openat");
   if (::flock(lock.number(), LOCK_EX | LOCK_NB) != 0) {
     if (errno == EWOULDBLOCK) return nullptr;
@@ -122,8 +122,8 @@ std::unique_ptr<SingleInstance> SingleInstance::claim(const fs::path& folder, co
   const sockaddr_un address = addressIn(directory.number(), name);
   if (::bind(socket.number(), reinterpret_cast<const sockaddr*>(&address), sizeof(address)) != 0) throwErrno("bind");
   if (::listen(socket.number(), SOMAXCONN) != 0) throwErrno("listen");
-  // Not std::make_unique, which can't reach the constructor.
   return std::unique_ptr<SingleInstance>(
+      // std::make_unique can't reach the constructor.
       new SingleInstance(std::move(directory), name, std::move(lock), std::move(socket)));
 }
 

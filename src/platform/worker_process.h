@@ -36,8 +36,8 @@ struct WorkerLimits {
 class WorkerProcess {
  public:
   // Starts `program --worker KIND`, with a cleared environment and its standard streams on nothing. The worker dies
-  // when the calling thread ends, at the latest. Throws std::system_error, also in a process that was itself started so:
-  // a worker has no workers.
+  // when the calling thread ends, at the latest. Throws std::system_error, also in a process that was itself started
+  // so: a worker has no workers.
   WorkerProcess(const std::filesystem::path& program, const std::string& kind);
   // Kills the worker.
   ~WorkerProcess();

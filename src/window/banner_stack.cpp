@@ -105,8 +105,7 @@ QWidget* BannerStack::row(const Banner& banner) {
   card->setGraphicsEffect(shadow);
   auto* const layout = layoutOf<QHBoxLayout>(card, 12, {16, 9, 8, 9});
   auto* const picture = child<QLabel>(card);
-  picture->setPixmap(
-      iconPixmap(drawingFor(banner.style), 20, Colors(palette()).of(banner.style), devicePixelRatioF()));
+  picture->setPixmap(iconPixmap(drawingFor(banner.style), 20, Colors(palette()).of(banner.style), devicePixelRatioF()));
   layout->addWidget(picture);
   QLabel* const text = label(card, toQt(platform::displayText(banner.message)));
   text->setWordWrap(true);

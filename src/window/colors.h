@@ -23,11 +23,11 @@ struct Colors {
 
   Scheme scheme;
   QColor window;
-  QColor surface;    // of cards, lists and fields
+  QColor surface;  // of cards, lists and fields
   QColor text;
   QColor secondary;  // text of less weight; readable on both of the above
   QColor border;
-  QColor hover;      // behind what the pointer is on
+  QColor hover;  // behind what the pointer is on
   QColor accent;
   QColor onAccent;
   QColor danger;

@@ -110,7 +110,8 @@ void CommandPalette::place() {
   // As high as what was found, so that little of the window is covered.
   const int rows = std::max(model_->rowCount({}), 2);
   const int rowHeight = rows > 0 && model_->rowCount({}) > 0 ? list_->sizeHintForRow(0) : 40;
-  const int height = std::min({parentWidget()->height() - 96, 560, field_->sizeHint().height() + 42 + rows * rowHeight});
+  const int height =
+      std::min({parentWidget()->height() - 96, 560, field_->sizeHint().height() + 42 + rows * rowHeight});
   card_->setGeometry((parentWidget()->width() - width) / 2, 56, width, height);
 }
 

@@ -122,9 +122,8 @@ QWidget* sliderWidget(QWidget* parent, const Control& control, const std::string
   };
   box->setValue(std::strtod(value.c_str(), nullptr));
   place(box->value());
-  QObject::connect(slider, &QSlider::valueChanged, box, [box, span](int step) {
-    box->setValue(span.lowest + (span.highest - span.lowest) * step / steps);
-  });
+  QObject::connect(slider, &QSlider::valueChanged, box,
+                   [box, span](int step) { box->setValue(span.lowest + (span.highest - span.lowest) * step / steps); });
   QObject::connect(box, &QDoubleSpinBox::valueChanged, row, [place, whenSet, decimals](double number) {
     place(number);
     whenSet(numberText(number, decimals));
@@ -150,9 +149,8 @@ QLineEdit* hiddenText(QWidget* parent, const Control& control, const QString& pl
   auto* const reveal = edit->addAction(icon("eye"), QLineEdit::TrailingPosition);
   reveal->setToolTip("Show what is typed");
   reveal->setCheckable(true);
-  QObject::connect(reveal, &QAction::toggled, edit, [edit](bool isShown) {
-    edit->setEchoMode(isShown ? QLineEdit::Normal : QLineEdit::Password);
-  });
+  QObject::connect(reveal, &QAction::toggled, edit,
+                   [edit](bool isShown) { edit->setEchoMode(isShown ? QLineEdit::Normal : QLineEdit::Password); });
   return edit;
 }
 
@@ -208,13 +206,12 @@ struct AsPanelControl {
   }
   Control operator()(const StepperControl& control) const {
     const Range range{static_cast<double>(control.lowest), static_cast<double>(control.highest)};
-    return {.kind = Control::Kind::stepper, .key = control.key, .label = control.label, .legal = range, .suggested = range};
+    return {
+        .kind = Control::Kind::stepper, .key = control.key, .label = control.label, .legal = range, .suggested = range};
   }
   Control operator()(const FieldControl& control) const {
-    return {.kind = Control::Kind::field,
-            .key = control.key,
-            .label = control.label,
-            .placeholder = control.placeholder};
+    return {
+        .kind = Control::Kind::field, .key = control.key, .label = control.label, .placeholder = control.placeholder};
   }
 };
 

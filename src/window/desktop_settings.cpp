@@ -57,8 +57,7 @@ DesktopSettings::DesktopSettings() {
     if (!reply.isError()) take(interfaceName, motionKey, reply.value().variant());
     call->deleteLater();
   });
-  bus.connect(service, path, interface, "SettingChanged", this,
-              SLOT(settingChanged(QString, QString, QDBusVariant)));
+  bus.connect(service, path, interface, "SettingChanged", this, SLOT(settingChanged(QString, QString, QDBusVariant)));
 }
 
 void DesktopSettings::settingChanged(const QString& name, const QString& key, const QDBusVariant& value) {

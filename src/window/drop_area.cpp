@@ -41,7 +41,8 @@ DropArea::DropArea(const std::function<void()>& addFiles, const std::function<vo
   QLabel* const title = label(this, "Drop files here", 1.5, Weight::strong);
   title->setAlignment(Qt::AlignCenter);
   layout->addWidget(title);
-  QLabel* const more = quietLabel(this, "Quirn proposes what can be done with exactly those files.\nEverything stays on this computer.");
+  QLabel* const more =
+      quietLabel(this, "Quirn proposes what can be done with exactly those files.\nEverything stays on this computer.");
   more->setAlignment(Qt::AlignCenter);
   layout->addWidget(more);
   layout->addSpacing(12);

@@ -32,7 +32,8 @@ QString detailOf(const InputFile& file) {
 void InputModel::sync() {
   const auto& inputs = session_.inputs();
   const auto isSame = [](const platform::Uuid& id, const InputFile& input) { return id == input.id; };
-  const bool begins = inputs.size() >= shown_.size() && std::ranges::equal(shown_, inputs | std::views::take(shown_.size()), isSame);
+  const bool begins =
+      inputs.size() >= shown_.size() && std::ranges::equal(shown_, inputs | std::views::take(shown_.size()), isSame);
   if (begins && inputs.size() == shown_.size()) return;
   if (begins) {
     beginInsertRows({}, static_cast<int>(shown_.size()), static_cast<int>(inputs.size()) - 1);

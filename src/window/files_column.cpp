@@ -167,7 +167,8 @@ void FilesColumn::setDropTarget(bool isTarget) {
 
 void FilesColumn::removeSelected() {
   std::vector<platform::Uuid> ids;
-  for (const QModelIndex& index : inputs_->selectionModel()->selectedIndexes()) ids.push_back(inputModel_->file(index).id);
+  for (const QModelIndex& index : inputs_->selectionModel()->selectedIndexes())
+    ids.push_back(inputModel_->file(index).id);
   session_.remove(ids);
 }
 

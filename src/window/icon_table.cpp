@@ -24,8 +24,10 @@ constexpr std::array rows = std::to_array<Row>({
     {"arrow.down.right.and.arrow.up.left", "shrink"},
     {"arrow.left.arrow.right", "arrows-h"},
     {"arrow.up.arrow.down.square", "arrows-v"},
+    {"arrow.up.bin", "archive"},
     {"arrow.up.left.and.arrow.down.right", "expand"},
     {"backward", "rewind"},
+    {"bandage", "wrench"},
     {"bell", "bell"},
     {"bookmark", "bookmark"},
     {"calendar", "calendar"},
@@ -101,6 +103,7 @@ constexpr std::array rows = std::to_array<Row>({
     {"rectangle.grid.2x2", "grid"},
     {"rectangle.grid.3x2", "grid-fine"},
     {"rectangle.on.rectangle", "slides"},
+    {"rectangle.portrait", "doc"},
     {"rectangle.split", "split"},
     {"rectangle.stack", "stack"},
     {"repeat", "repeat"},
@@ -109,6 +112,7 @@ constexpr std::array rows = std::to_array<Row>({
     {"ruler", "ruler"},
     {"scissors", "scissors"},
     {"scribble", "scribble"},
+    {"seal", "drop"},
     {"shippingbox", "box"},
     {"shippingbox.and.arrow.backward", "box-out"},
     {"signature", "signature"},
@@ -152,7 +156,8 @@ std::string_view drawingFor(std::string_view symbol) {
   while (!symbol.empty()) {
     const auto found = std::ranges::lower_bound(rows, symbol, {}, &Row::first);
     if (found != rows.end() && found->first == symbol) return found->second;
-    symbol = symbol.substr(0, std::min(symbol.size(), symbol.rfind('.') == std::string_view::npos ? 0 : symbol.rfind('.')));
+    symbol =
+        symbol.substr(0, std::min(symbol.size(), symbol.rfind('.') == std::string_view::npos ? 0 : symbol.rfind('.')));
   }
   return "app";
 }

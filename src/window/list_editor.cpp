@@ -39,7 +39,8 @@ ListEditor::ListEditor(const Control& control, const std::string& value,
   rowsLayout_ = layoutIn<QVBoxLayout>(layout, 6);
   const JsonValue list = platform::parsedJson(value.empty() ? "[]" : value);
   if (const JsonArray* const items = list.array()) {
-    for (const JsonValue& item : *items) addRow(textOf(item.find(texts_.textKey)), numberOf(item.find(texts_.numberKey)));
+    for (const JsonValue& item : *items)
+      addRow(textOf(item.find(texts_.textKey)), numberOf(item.find(texts_.numberKey)));
   }
   QPushButton* const add = button(this, "plus", toQt(texts_.add));
   layout->addWidget(add, 0, Qt::AlignLeft);
@@ -94,8 +95,7 @@ void ListEditor::showEmptiness() {
 void ListEditor::tell() const {
   JsonArray items;
   for (const Row& row : rows_) {
-    items.emplace_back(
-        JsonObject{{texts_.textKey, fromQt(row.text->text())}, {texts_.numberKey, row.number->value()}});
+    items.emplace_back(JsonObject{{texts_.textKey, fromQt(row.text->text())}, {texts_.numberKey, row.number->value()}});
   }
   whenSet_(JsonValue(std::move(items)).text());
 }

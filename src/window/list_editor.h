@@ -5,8 +5,8 @@
 
 #pragma once
 
-#include <QSpinBox>
 #include <QLineEdit>
+#include <QSpinBox>
 #include <QVBoxLayout>
 #include <QWidget>
 #include <functional>

@@ -37,7 +37,9 @@ void drawBackground(QPainter* painter, const QStyleOptionViewItem& option, const
   const bool hasFocus = option.state.testFlag(QStyle::State_HasFocus);
   if (!isSelected && !isHovered && !hasFocus) return;
   painter->setRenderHint(QPainter::Antialiasing);
-  const QColor fill = isSelected ? mixed(colors.surface, colors.accent, 0.14) : isHovered ? colors.hover : colors.surface;
+  const QColor fill = isSelected  ? mixed(colors.surface, colors.accent, 0.14)
+                      : isHovered ? colors.hover
+                                  : colors.surface;
   painter->setBrush(fill);
   painter->setPen(hasFocus ? QPen(colors.accent, 2) : QPen(Qt::NoPen));
   painter->drawRoundedRect(QRectF(option.rect).adjusted(4, 1.5, -4, -1.5), 7, 7);
@@ -68,8 +70,8 @@ void RowDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option, c
   const int tileSize = density_ == Density::roomy ? 34 : 28;
   const QPoint corner(row.left(), row.center().y() - tileSize / 2 + 1);
   if (isFaded) painter->setOpacity(0.45);
-  painter->drawPixmap(corner, index.data(tileRole).value<Tile>()(tileSize, palette,
-                                                                 painter->device()->devicePixelRatioF()));
+  painter->drawPixmap(corner,
+                      index.data(tileRole).value<Tile>()(tileSize, palette, painter->device()->devicePixelRatioF()));
   painter->setOpacity(1);
 
   QRect text = row.adjusted(tileSize + gap, 0, 0, 0);

@@ -61,8 +61,7 @@ MainWindow::MainWindow(Parts parts)
   child<BannerStack>(this, banners_);
   makeShortcuts();
   const auto on = [this](const Notification<NoPayload>& notification, const std::function<void()>& action) {
-    subscriptions_.push_back(
-        events_.subscribe(notification, std::function([action](const NoPayload&) { action(); })));
+    subscriptions_.push_back(events_.subscribe(notification, std::function([action](const NoPayload&) { action(); })));
   };
   on(notifications::openFiles, [this] { addFiles(); });
   on(notifications::openPalette, [this] { palette_->open(); });
@@ -112,7 +111,8 @@ QWidget* MainWindow::makeBody() {
   card->setMaximumWidth(widestRight);
   auto* const inside = layoutOf<QVBoxLayout>(card);
   right_ = child<QStackedWidget>(card);
-  operations_ = child<OperationsPage>(right_, session_, registry_, [this] { events_.post(notifications::openPalette); });
+  operations_ =
+      child<OperationsPage>(right_, session_, registry_, [this] { events_.post(notifications::openPalette); });
   options_ = child<OptionsPanel>(right_, session_, banners_);
   right_->addWidget(operations_);
   right_->addWidget(options_);
@@ -148,10 +148,12 @@ void MainWindow::showMenu(QWidget* below) {
       [this] { events_.post(notifications::openPalette); });
   menu.addSeparator();
   add("folder", "Choose Output Folder…", {}, [this] { chooseOutputFolder(); });
-  add("return", "Save Next to Original Files", {}, [this] { session_.resetOutputDirectory(); })
-      ->setEnabled(session_.outputDirectory().has_value());
-  add("trash", "Clear Dropped Files", QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Delete), [this] { session_.clear(); })
-      ->setEnabled(!session_.inputs().empty());
+  add("return", "Save Next to Original Files", {}, [this] {
+    session_.resetOutputDirectory();
+  })->setEnabled(session_.outputDirectory().has_value());
+  add("trash", "Clear Dropped Files", QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Delete), [this] {
+    session_.clear();
+  })->setEnabled(!session_.inputs().empty());
   menu.addSeparator();
   add("info", "About Quirn", {}, [this] {
     QMessageBox::about(this, "About Quirn",

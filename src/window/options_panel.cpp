@@ -182,8 +182,7 @@ void OptionsPanel::update() {
 void OptionsPanel::copyCommand() const {
   const ConfiguringOperation* const open = session_.configuring();
   if (open == nullptr) return;
-  Clipboard::setText(
-      toQt(runCommandText(*open->opType, open->config.get(), open->inputs, session_.outputDirectory())));
+  Clipboard::setText(toQt(runCommandText(*open->opType, open->config.get(), open->inputs, session_.outputDirectory())));
   banners_.post(BannerStyle::info, "Copied to clipboard.");
 }
 

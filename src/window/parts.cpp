@@ -26,7 +26,8 @@ class Line final : public QWidget {
 void ElidedLabel::paintEvent(QPaintEvent*) {
   QPainter painter(this);
   painter.setPen(palette().color(foregroundRole()));
-  painter.drawText(rect(), Qt::AlignLeft | Qt::AlignVCenter, fontMetrics().elidedText(text(), Qt::ElideMiddle, width()));
+  painter.drawText(rect(), Qt::AlignLeft | Qt::AlignVCenter,
+                   fontMetrics().elidedText(text(), Qt::ElideMiddle, width()));
 }
 
 QLabel* label(QWidget* parent, const QString& text, double factor, Weight weight) {
@@ -46,7 +47,8 @@ QLabel* quietLabel(QWidget* parent, const QString& text) {
 }
 
 QPushButton* button(QWidget* parent, std::string_view drawing, const QString& text) {
-  auto* const made = drawing.empty() ? child<QPushButton>(parent, text) : child<QPushButton>(parent, icon(drawing), text);
+  auto* const made =
+      drawing.empty() ? child<QPushButton>(parent, text) : child<QPushButton>(parent, icon(drawing), text);
   made->setAutoDefault(false);
   return made;
 }

@@ -56,7 +56,8 @@ void drawButton(const QStyleOption* option, QPainter* painter, const QWidget* wi
   } else if (isDefault && isEnabled) {
     fill = line = mixed(colors.accent, colors.text, isPressed ? 0.25 : isHovered ? 0.12 : 0);
   } else if (isQuiet(widget)) {
-    fill = isHovered || isPressed ? mixed(colors.window, colors.text, isPressed ? 0.13 : 0.07) : QColor(Qt::transparent);
+    fill =
+        isHovered || isPressed ? mixed(colors.window, colors.text, isPressed ? 0.13 : 0.07) : QColor(Qt::transparent);
     line = Qt::transparent;
   } else if (isPressed || isHovered) {
     fill = mixed(colors.surface, colors.text, isPressed ? 0.1 : 0.045);
@@ -126,7 +127,8 @@ void drawSlider(const QStyle& style, const QStyleOptionSlider& slider, QPainter*
   const QPointF middle = QRectF(handle).center();
   const QRectF knob(middle.x() - 8, slider.rect.center().y() - 7, 16, 16);
   roundedBox(painter, knob, 8, colors.surface, accent, 2);
-  if (is(&slider, QStyle::State_HasFocus)) roundedBox(painter, knob.adjusted(-3, -3, 3, 3), 11, Qt::transparent, accent, 2);
+  if (is(&slider, QStyle::State_HasFocus))
+    roundedBox(painter, knob.adjusted(-3, -3, 3, 3), 11, Qt::transparent, accent, 2);
 }
 
 }  // namespace
@@ -211,7 +213,8 @@ void Style::drawControl(ControlElement element, const QStyleOption* option, QPai
       drawControl(CE_PushButtonBevel, option, painter, widget);
       drawControl(CE_PushButtonLabel, option, painter, widget);
       // A click leaves the focus where it was aimed; only the keyboard has to see where it is.
-      if (is(option, State_HasFocus) && is(option, State_KeyboardFocusChange)) focusRing(painter, option->rect, Colors(option->palette));
+      if (is(option, State_HasFocus) && is(option, State_KeyboardFocusChange))
+        focusRing(painter, option->rect, Colors(option->palette));
       return;
     case CE_PushButtonLabel: {
       const auto* const button = qstyleoption_cast<const QStyleOptionButton*>(option);
@@ -242,7 +245,8 @@ void Style::drawComplexControl(ComplexControl control, const QStyleOptionComplex
   } else if (control == CC_ComboBox || control == CC_SpinBox) {
     drawField(option, painter);
     const bool isCombo = control == CC_ComboBox;
-    for (const SubControl part : {isCombo ? SC_ComboBoxArrow : SC_SpinBoxDown, isCombo ? SC_ComboBoxArrow : SC_SpinBoxUp}) {
+    for (const SubControl part :
+         {isCombo ? SC_ComboBoxArrow : SC_SpinBoxDown, isCombo ? SC_ComboBoxArrow : SC_SpinBoxUp}) {
       QStyleOption arrow = *option;
       arrow.rect = subControlRect(control, option, part, widget);
       drawChevron(&arrow, painter, part == SC_SpinBoxUp ? "chevron-up" : "chevron-down", isCombo ? 16 : 12);

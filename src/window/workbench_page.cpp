@@ -100,8 +100,9 @@ QWidget* WorkbenchPage::makeHead() {
   connect(back, &QPushButton::clicked, this, [this] { callbacks_.onCancel(); });
   layout->addWidget(back);
   auto* const tile = child<QLabel>(head);
-  tile->setPixmap(operationTile({.operationID = tool.id, .displayName = tool.name, .iconName = tool.icon, .category = tool.category},
-                                38, palette(), devicePixelRatioF()));
+  tile->setPixmap(operationTile(
+      {.operationID = tool.id, .displayName = tool.name, .iconName = tool.icon, .category = tool.category}, 38,
+      palette(), devicePixelRatioF()));
   layout->addWidget(tile);
   auto* const words = layoutIn<QVBoxLayout>(layout, 0);
   words->addWidget(label(head, toQt(tool.name), 1.15, Weight::strong));
@@ -164,8 +165,7 @@ QWidget* WorkbenchPage::makeInputPane() {
   card->layout()->addWidget(input_);
   connect(clear, &QPushButton::clicked, input_, &QPlainTextEdit::clear);
   connect(paste, &QPushButton::clicked, this, [this] { input_->setPlainText(Clipboard::text()); });
-  connect(sample, &QPushButton::clicked, this,
-          [this] { input_->setPlainText(toQt(workbench_.tool().sampleInput)); });
+  connect(sample, &QPushButton::clicked, this, [this] { input_->setPlainText(toQt(workbench_.tool().sampleInput)); });
   connect(input_, &QPlainTextEdit::textChanged, this, [this] {
     workbench_.setInput(fromQt(input_->toPlainText()));
     inputCount_->setText(toQt(workbench_.inputLineCount()));

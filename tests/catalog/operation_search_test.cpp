@@ -46,7 +46,7 @@ TEST(OperationSearch, PutsFirstWhatThePersonMeans) {
       {"remove metadata from photo", "image.strip-metadata"},
       {"extract zip", "archive.zip-extract"},
       {"shrnk video", "video.compress"},
-      {"pasword", "dev.password"},
+      {"pasword generator", "dev.password"},
       {"resise image", "image.resize"},
       {"MERGE   Pdfs!", "pdf.merge"},
   };

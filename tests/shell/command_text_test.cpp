@@ -15,7 +15,8 @@ namespace quirn::tests {
 namespace {
 
 TEST(CommandText, TheShellReadsEveryWordBack) {
-  for (const std::string word : {"plain-1.txt", "a b", "it's", "$HOME `x` \\ \"y\"", "*?[a]", "new\nline", "", "~", "#1"}) {
+  for (const std::string word :
+       {"plain-1.txt", "a b", "it's", "$HOME `x` \\ \"y\"", "*?[a]", "new\nline", "", "~", "#1"}) {
     const Ended ended = run({.arguments = {"-c", "printf %s " + shellQuoted(word)}, .program = "/bin/sh"});
     EXPECT_EQ(ended.output, word);
   }
@@ -30,7 +31,8 @@ TEST(CommandText, RunInAShellItDoesWhatTheWindowWould) {
   std::string command = runCommandText(type, config.get(), inputs, folder / "out put");
   ASSERT_TRUE(command.starts_with("quirn run text.hash-files --set algorithm=md5 --out '"));
   command.replace(0, 5, "\"$QUIRN\"");
-  const Ended ended = run({.arguments = {"-c", command}, .environment = {{"QUIRN", quirnProgram().string()}}, .program = "/bin/sh"});
+  const Ended ended =
+      run({.arguments = {"-c", command}, .environment = {{"QUIRN", quirnProgram().string()}}, .program = "/bin/sh"});
   EXPECT_EQ(ended.status, 0) << ended.error;
   EXPECT_THAT(contentOf(folder / "out put" / "it's $1 (checksums).txt"),
               testing::HasSubstr("900150983cd24fb0d6963f7d28e17f72"));  // RFC 1321, A.5

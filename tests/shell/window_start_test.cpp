@@ -21,7 +21,8 @@ using platform::SingleInstance;
 using testing::ElementsAre;
 
 TEST(WindowRequest, ComesBackAsItWasSent) {
-  const WindowRequest sent{.activationToken = "token", .operationID = "pdf.merge", .locations = {"/a b", "/\xff\n", ""}};
+  const WindowRequest sent{
+      .activationToken = "token", .operationID = "pdf.merge", .locations = {"/a b", "/\xff\n", ""}};
   const WindowRequest got = WindowRequest::decoded(sent.encoded());
   EXPECT_EQ(got.activationToken, "token");
   EXPECT_EQ(got.operationID, "pdf.merge");

@@ -16,8 +16,8 @@ namespace {
 // What a person may act on has to be called something.
 bool needsName(QAccessible::Role role) {
   static const std::set<QAccessible::Role> roles{
-      QAccessible::Button, QAccessible::CheckBox, QAccessible::ComboBox, QAccessible::EditableText,
-      QAccessible::List,   QAccessible::ListItem, QAccessible::SpinBox,  QAccessible::Slider,
+      QAccessible::Button,      QAccessible::CheckBox,    QAccessible::ComboBox, QAccessible::EditableText,
+      QAccessible::List,        QAccessible::ListItem,    QAccessible::SpinBox,  QAccessible::Slider,
       QAccessible::ProgressBar, QAccessible::AlertMessage};
   return roles.contains(role);
 }
@@ -30,8 +30,9 @@ struct Walk {
     if (node == nullptr || !node->isValid() || node->state().invisible) return;
     if (needsName(node->role())) {
       if (node->text(QAccessible::Name).isEmpty()) {
-        nameless.push_back(node->object() == nullptr ? "an item" : node->object()->objectName().toStdString() + " of " +
-                                                                        node->parent()->text(QAccessible::Name).toStdString());
+        nameless.push_back(node->object() == nullptr ? "an item"
+                                                     : node->object()->objectName().toStdString() + " of " +
+                                                           node->parent()->text(QAccessible::Name).toStdString());
       } else {
         ++named;
       }

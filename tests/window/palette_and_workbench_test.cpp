@@ -30,7 +30,8 @@ class Palette : public testing::Test {
     const QAbstractItemModel* const model = test.list("paletteList")->model();
     for (int row = 0; row < model->rowCount(); ++row) {
       const QModelIndex index = model->index(row, 0);
-      if (index.data().toString().toStdString() == title) return index.data(window::detailRole).toString().toStdString();
+      if (index.data().toString().toStdString() == title)
+        return index.data(window::detailRole).toString().toStdString();
     }
     return "not found";
   }

@@ -5,8 +5,8 @@
 
 #pragma once
 
-#include <QAbstractItemView>
 #include <QAbstractButton>
+#include <QAbstractItemView>
 #include <QApplication>
 #include <QDropEvent>
 #include <QKeyEvent>
@@ -44,9 +44,9 @@ class WindowUnderTest {
       return OperationResult();
     }));
     registry.registerOperation(OperationType::of<LoudnessOperation>());
-    application.emplace(registry, window::Places{
-        .outputDirectoryStore = OutputDirectoryStore(platform::Preferences::at(folder / "settings" / "quirn.conf")),
-        .temporaryFolder = [this] { return folder.path(); }});
+    application.emplace(registry, window::Places{.outputDirectoryStore = OutputDirectoryStore(
+                                                     platform::Preferences::at(folder / "settings" / "quirn.conf")),
+                                                 .temporaryFolder = [this] { return folder.path(); }});
     application->window().show();
     turn();
   }

@@ -19,12 +19,15 @@ namespace fs = std::filesystem;
 
 class Photographer {
  public:
-  Photographer(fs::path folder, std::string scheme, QSize size) : folder_(std::move(folder)), scheme_(std::move(scheme)) {
+  Photographer(fs::path folder, std::string scheme, QSize size)
+      : folder_(std::move(folder)), scheme_(std::move(scheme)) {
+    qputenv("HOME", QByteArray::fromStdString(subject_.folder.path().string()));  // so that folders begin with "~"
     subject_.window().resize(size);
     const std::string filler(4'200'000, 'x');
     for (const auto& [name, bytes] : {std::pair("Contract 2026.pdf", 1'240'000), std::pair("Appendix A.pdf", 380'000),
                                       std::pair("Appendix B.pdf", 2'410'000)}) {
-      files_.push_back(subject_.folder.file(fs::path("Documents") / name, filler.substr(0, static_cast<std::size_t>(bytes))));
+      files_.push_back(
+          subject_.folder.file(fs::path("Documents") / name, filler.substr(0, static_cast<std::size_t>(bytes))));
     }
   }
 
@@ -52,7 +55,6 @@ class Photographer {
     subject_.press(subject_.find("paletteField"), Qt::Key_Escape);
     workbench("dev.case", "workbench");
     workbench("dev.password", "generator");
-    panel("pdf.split", "split");
   }
 
  private:
@@ -64,13 +66,6 @@ class Photographer {
     }
     take(name);
     subject_.session().cancelEditing();
-  }
-  void panel(const char* id, const std::string& name) {
-    const auto& all = subject_.session().inputs();
-    subject_.session().attemptRun(subject_.type(id), {all.front()});
-    subject_.wait([&] { return !subject_.session().isActive(); });
-    take(name);
-    subject_.session().closePanel();
   }
 
   void take(const std::string& name) {
