@@ -155,6 +155,8 @@ void BoxedContext::note(const MessageWriter& message) {
 
 void BoxedContext::send() {
   const std::scoped_lock guard(sending_);
+  // Another thread has sent it meanwhile. An empty message would be taken for the end of the connection.
+  if (noted_.bytes().empty()) return;
   if (!messages_.send(noted_.bytes(), -1, patience)) leave();
   noted_ = {};
 }
