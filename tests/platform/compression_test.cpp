@@ -18,9 +18,10 @@ Bytes bytesIn(std::string_view text) {
   return {view.begin(), view.end()};
 }
 
-std::string lines(int count) {
+std::string lines(std::int64_t count) {
   std::string text;
-  for (int i = 0; i < count; ++i) text += fmt::format("line {} of a file that repeats itself, {}\n", i, i * i % 977);
+  for (std::int64_t i = 0; i < count; ++i)
+    text += fmt::format("line {} of a file that repeats itself, {}\n", i, i * i % 977);
   return text;
 }
 
