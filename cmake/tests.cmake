@@ -34,6 +34,9 @@ if(QUIRN_SANITIZE)
     set_tests_properties(quirn_tests.shard${shard} PROPERTIES TIMEOUT 1200
       ENVIRONMENT "GTEST_TOTAL_SHARDS=4;GTEST_SHARD_INDEX=${shard}")
   endforeach()
+  # Once more in one process, where a sanitizer sees both sides of the box at once.
+  add_test(NAME quirn_tests.unboxed COMMAND quirn_tests --gtest_brief=1 --gtest_filter=*OperationContract*)
+  set_tests_properties(quirn_tests.unboxed PROPERTIES TIMEOUT 1200 ENVIRONMENT "QUIRN_BOX=off")
 else()
   include(GoogleTest)
   gtest_discover_tests(quirn_tests DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 60 NO_PRETTY_VALUES
