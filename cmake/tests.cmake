@@ -21,6 +21,7 @@ target_include_directories(quirn_tests PRIVATE "${PROJECT_SOURCE_DIR}/tests")
 set_property(SOURCE ${support} "${PROJECT_SOURCE_DIR}/tests/box/hostile_runs.cpp" APPEND PROPERTY COMPILE_DEFINITIONS
              "QUIRN_PROGRAM=\"$<TARGET_FILE:quirn>\"" "QUIRN_SOURCE_DIR=\"${PROJECT_SOURCE_DIR}\""
              "QUIRN_HOSTILE_PROGRAM=\"$<TARGET_FILE:quirn_hostile>\"")
+quirn_loads_modules(quirn_tests)
 target_link_libraries(quirn_tests PRIVATE quirn_code_pdf ${layers} GTest::gmock GTest::gtest_main)
 set(test_headers
   <algorithm> <array> <filesystem> <functional> <map> <memory> <optional> <span> <string>
@@ -36,7 +37,9 @@ if(QUIRN_SANITIZE)
   endforeach()
   # Once more in one process, where a sanitizer sees both sides of the box at once.
   add_test(NAME quirn_tests.unboxed COMMAND quirn_tests --gtest_brief=1 --gtest_filter=*OperationContract*)
-  set_tests_properties(quirn_tests.unboxed PROPERTIES TIMEOUT 1200 ENVIRONMENT "QUIRN_BOX=off")
+  set_tests_properties(quirn_tests.unboxed PROPERTIES TIMEOUT 1200
+    # The font library, which workers alone load otherwise, keeps its configuration to the end.
+    ENVIRONMENT "QUIRN_BOX=off;ASAN_OPTIONS=detect_leaks=0")
 else()
   include(GoogleTest)
   gtest_discover_tests(quirn_tests DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 60 NO_PRETTY_VALUES

@@ -37,6 +37,7 @@ class NullFolder final : public StagedFolder {
     return -1;
   }
   void write(std::string_view name, std::span<const std::byte>, Date) override { take(name); }
+  void abandonFile() override {}
   bool link(std::string_view name, std::string_view target) override {
     take(name);
     return !target.empty();

@@ -20,6 +20,8 @@
 namespace quirn {
 namespace {
 
+constexpr std::size_t longestPath = 4096;  // bytes; what the system takes
+
 [[noreturn]] void throwUnsafe(std::string_view name) {
   throw OperationError::unsupportedInput(fmt::format("Unsafe path in archive: {}", platform::displayText(name)));
 }
@@ -81,6 +83,7 @@ void Extraction::keep() {
 void Extraction::begin(std::string_view name) {
   context_.checkCancellation();
   requireSafe(name);
+  if (name.size() >= longestPath) throw OperationError::writeFailed(folder_->url(), "A name in it is too long.");
   if (++entryCount_ > limitOf(Budget::entries)) throw breachOf(Budget::entries, archive_.fileName());
 }
 
@@ -110,22 +113,27 @@ void Extraction::writeFile(std::string_view name, std::span<const std::byte> byt
 
 void Extraction::writeFile(std::string_view name, Date modified, const std::function<void(const Write&)>& fill) {
   begin(name);
-  countFile(name);
+  context_.setStatus(fmt::format("Extracting {}…", name));
   const int file = folder_->begin(name, modified);
-  fill([&](std::span<const std::byte> bytes) {
-    context_.checkCancellation();
-    countBytes(bytes.size());
-    try {
+  try {
+    fill([&](std::span<const std::byte> bytes) {
+      context_.checkCancellation();
+      countBytes(bytes.size());
       platform::writeAll(file, bytes);
-    } catch (const std::system_error& error) {
-      throw OperationError::writeFailed(folder_->url() / name, error.what());
-    }
-  });
+    });
+  } catch (const std::system_error& error) {
+    folder_->abandonFile();
+    throw OperationError::writeFailed(folder_->url() / name, error.what());
+  } catch (const std::exception&) {
+    folder_->abandonFile();
+    throw;
+  }
+  countFile(name);
 }
 
 void Extraction::makeLink(std::string_view name, std::string_view target) {
   begin(name);
-  if (target.empty() || target.starts_with('/')) return;
+  if (target.empty() || target.starts_with('/') || target.size() >= longestPath) return;
   const std::filesystem::path place(name);
   if (!pathInside(folder_->url(), place.parent_path() / target)) return;
   if (folder_->link(name, target)) countFile(name);

@@ -28,6 +28,8 @@ std::string withoutDot(const std::string& extension) {
 
 OutputNaming compressedNaming(const InputFile& input) {
   const std::string extension = printable(withoutDot(input.url.extension().string()));
+  constexpr std::size_t longestExtension = 250;
+  if (extension.size() > longestExtension) return {input.fileName(), "gz", "gz"};
   return {input.stem(), "gz", extension.empty() ? "gz" : extension + ".gz"};
 }
 

@@ -3,7 +3,9 @@
 
 #include "archive/large_zip_entry.h"
 
+#include <algorithm>
 #include <chrono>
+#include <limits>
 
 #include "archive/deflate_pipeline.h"
 #include "archive/zip_entry.h"
@@ -28,10 +30,11 @@ ZipHeader zipHeaderOf(const std::string& name, const InputHandle& file) {
 }
 
 template <class Take>
-void LargeZipEntry::readThrough(InputHandle& file, Take take) const {
+void LargeZipEntry::readThrough(InputHandle& file, std::uint64_t mostBytes, Take take) const {
   platform::Bytes chunk(chunkSize);
-  while (const std::size_t count = file.read(chunk)) {
+  while (const std::size_t count = file.read(std::span(chunk).first(std::min<std::uint64_t>(chunkSize, mostBytes)))) {
     context_.checkCancellation();
+    mostBytes -= count;
     take(std::span<const std::byte>(chunk).first(count));
   }
 }
@@ -47,7 +50,8 @@ bool LargeZipEntry::measure(InputHandle file) {
     if (arePiecesKept_) pieces_.emplace_back(piece.begin(), piece.end());
   });
   try {
-    readThrough(file, [&](std::span<const std::byte> bytes) { pipeline.write(bytes); });
+    readThrough(file, std::numeric_limits<std::uint64_t>::max(),
+                [&](std::span<const std::byte> bytes) { pipeline.write(bytes); });
   } catch (const OperationError&) {
     return false;
   }
@@ -98,7 +102,8 @@ void LargeZipEntry::readAgain(const ByteSink& sink) {
   InputHandle file = context_.open(item_.file);
   std::uint32_t crc = platform::crc32Start;
   std::uint64_t size = 0;
-  readThrough(file, [&](std::span<const std::byte> bytes) {
+  // What was added to the file meanwhile is left out: the header has said how much there is.
+  readThrough(file, header_.uncompressedSize, [&](std::span<const std::byte> bytes) {
     platform::crc32Update(crc, bytes);
     size += bytes.size();
     sink(bytes);

@@ -38,7 +38,7 @@ class LargeZipEntry {
   void readAgain(const ByteSink& sink);
   void compressAgain(const ByteSink& sink);
   template <class Take>
-  void readThrough(InputHandle& file, Take take) const;
+  void readThrough(InputHandle& file, std::uint64_t mostBytes, Take take) const;
 
   OperationContext& context_;
   const ArchiveItem& item_;

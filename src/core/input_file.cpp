@@ -59,7 +59,7 @@ fs::path located(const fs::path& path) {
   // Behind a link, ".." is not the folder that the text before it names.
   std::error_code unresolved;
   const fs::path folder = fs::canonical(absolute.parent_path(), unresolved);
-  return unresolved ? absolute : (folder / absolute.filename()).lexically_normal();
+  return unresolved ? absolute : withoutTrailingSlash((folder / absolute.filename()).lexically_normal());
 }
 
 std::string InputFile::extension() const {

@@ -9,6 +9,8 @@
 #include "core/local_folder.h"
 #include "core/output_name.h"
 #include "core/safe_path.h"
+#include "platform/file_status.h"
+#include "platform/hidden_name.h"
 
 namespace quirn {
 namespace fs = std::filesystem;
@@ -70,14 +72,21 @@ Neighbour LocalContext::openNeighbour(const InputFile& input, const fs::path& na
 std::vector<InputFile> LocalContext::enumerate(const InputFile& folder) {
   try {
     std::vector<fs::path> paths;
-    for (const fs::directory_entry& entry : fs::recursive_directory_iterator(folder.url)) {
+    if (!platform::isReadable(folder.url)) throw OperationError::readFailed(folder.url, "The folder can't be read.");
+    // A folder in it that nobody may look into is passed over, as a file that nobody may read is.
+    fs::recursive_directory_iterator entry(folder.url, fs::directory_options::skip_permission_denied);
+    for (; entry != fs::recursive_directory_iterator(); ++entry) {
       checkCancellation();
-      if (entry.symlink_status().type() == fs::file_type::regular) paths.push_back(entry.path());
+      if (platform::isHiddenName(entry->path().filename().native())) {
+        entry.disable_recursion_pending();  // an output that is being made, perhaps this run's own
+      } else if (entry->symlink_status().type() == fs::file_type::regular) {
+        paths.push_back(entry->path());
+      }
     }
     std::ranges::sort(paths);
     return takeIn(paths).files;
   } catch (const fs::filesystem_error& error) {
-    throw OperationError::readFailed(error.path1(), error.what());
+    throw OperationError::readFailed(error.path1().empty() ? folder.url : error.path1(), error.what());
   }
 }
 

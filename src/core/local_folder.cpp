@@ -36,6 +36,7 @@ int LocalFolder::begin(std::string_view name, Date modified) {
   } catch (const std::system_error& error) {
     throwFor(name, error);
   }
+  name_ = name;
   modified_ = modified;
   return file_.number();
 }
@@ -45,9 +46,16 @@ void LocalFolder::write(std::string_view name, std::span<const std::byte> bytes,
   try {
     platform::writeAll(file, bytes);
   } catch (const std::system_error& error) {
+    abandonFile();
     throwFor(name, error);
   }
   endFile();
+}
+
+void LocalFolder::abandonFile() {
+  if (!file_) return;
+  file_ = platform::FileDescriptor();
+  tree_.removeFile(name_);
 }
 
 bool LocalFolder::link(std::string_view name, std::string_view target) {

@@ -54,6 +54,9 @@ class StagedFolder {
   // It belongs to this object, until the next call; the file has its date then. Throws EntryOutside and writeFailed.
   virtual int begin(std::string_view name, Date modified) = 0;
 
+  // Takes back the file that begin() gave last: it is not whole.
+  virtual void abandonFile() = 0;
+
   // A whole file. Throws EntryOutside and writeFailed.
   virtual void write(std::string_view name, std::span<const std::byte> bytes, Date modified) = 0;
 

@@ -182,6 +182,7 @@ std::size_t PDFAssembly::append(const PDFDocument& source, std::size_t first, st
     State& state = *state_;
     QPDF& qpdf = *internals.qpdf;
     const auto pages = std::span(internals.pages).subspan(first, count);
+    PDFDocument::Internals::requireReadable(pages);
     PageCopy copy(internals, state.writer);
     const std::vector<int> numbers = copy.reserve(pages);
     state.fields.add(qpdf, copy.widgetsOf(pages), copy.copier(), state.writer);

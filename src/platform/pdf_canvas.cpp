@@ -72,7 +72,9 @@ struct PDFCanvas::State {
 Object PDFCanvas::State::formOf(std::size_t page, const PDFRectangle& box) {
   const auto known = forms.find(page);
   if (known != forms.end() && known->second.box == box) return known->second.object;
-  const Object form = formOfPage(qpdf(), document.internals().pages.at(page), box);
+  const Object& drawn = document.internals().pages.at(page);
+  PDFDocument::Internals::requireReadable(std::span(&drawn, 1));
+  const Object form = formOfPage(qpdf(), drawn, box);
   forms.insert_or_assign(page, Form{box, form});
   return form;
 }

@@ -131,6 +131,7 @@ void compressForScreen(PDFDocument& document, const std::stop_token& stop) {
 void writeCompressed(const PDFDocument& document, int descriptor) {
   const PDFDocument::Internals& internals = document.internals();
   internals.guarded(PDFError::Kind::writeFailed, [&] {
+    PDFDocument::Internals::requireReadable(internals.pages);
     PDFSink sink(descriptor);
     QPDFWriter writer(*internals.qpdf);
     writer.setOutputPipeline(&sink);

@@ -68,6 +68,12 @@ void PDFDocument::Internals::guarded(PDFError::Kind kind, const std::function<vo
   checkSource();
 }
 
+void PDFDocument::Internals::requireReadable(std::span<const QPDFObjectHandle> pages) {
+  for (QPDFObjectHandle page : pages) {
+    if (!page.isDictionary()) throw PDFError(PDFError::Kind::unreadable, "a page that is none");
+  }
+}
+
 // The library's own search is recursive and follows what the file says as deep as it goes.
 void PDFDocument::Internals::findPages() {
   struct Level {
@@ -184,6 +190,7 @@ int PDFDocument::rotation(std::size_t page) const {
 void PDFDocument::write(int descriptor) const {
   internals_->guarded(PDFError::Kind::writeFailed, [&] {
     if (isLocked()) throw PDFError(PDFError::Kind::writeFailed, "locked");
+    Internals::requireReadable(internals_->pages);
     PDFSink sink(descriptor);
     QPDFWriter writer(*internals_->qpdf);
     writer.setOutputPipeline(&sink);

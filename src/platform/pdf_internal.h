@@ -8,6 +8,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <span>
 #include <string>
 #include <unordered_set>
 #include <vector>
@@ -28,6 +29,9 @@ struct PDFDocument::Internals {
   std::unordered_set<int> pageTree;     // the numbers of all pages, and of the nodes above them
 
   bool isLocked() const { return qpdf == nullptr; }
+
+  // A page that is told by its bytes may still be one that the library can't read. Throws PDFError.
+  static void requireReadable(std::span<const QPDFObjectHandle> pages);
 
   // Looks for the pages again. To be called when the page tree was changed.
   void findPages();

@@ -6,6 +6,8 @@
 #include <algorithm>
 #include <charconv>
 
+#include "platform/pdf_page_content.h"
+
 namespace quirn::platform {
 namespace {
 
@@ -14,6 +16,7 @@ constexpr std::size_t windowSize = 16 << 10;
 constexpr std::size_t firstLook = 2 << 10;      // most objects end before this
 constexpr std::size_t longestObject = 4 << 20;  // without the bytes of a stream
 constexpr std::size_t mostContainerBytes = 32 << 20;
+constexpr std::size_t largestContainer = 256 << 20;
 
 // The numbers and offsets at the head of an object stream.
 std::vector<std::pair<int, std::size_t>> readHead(std::string_view head, std::size_t first) {
@@ -119,8 +122,9 @@ PDFRawObjects::Container PDFRawObjects::readContainer(int number) {
   QPDFObjectHandle stream = qpdf_.getObject(number, 0);
   int first = 0;
   if (!stream.isStream() || !stream.getDict().getKey("/First").getValueAsInt(first) || first < 0) return {};
-  const auto buffer = stream.getStreamData(qpdf_dl_specialized);
-  Container container{.data{reinterpret_cast<const char*>(buffer->getBuffer()), buffer->getSize()}};
+  auto data = wholeDecodedStream(stream, largestContainer);
+  if (!data) return {};
+  Container container{.data = std::move(*data)};
   const auto head = static_cast<std::size_t>(first);
   container.objects = readHead(std::string_view(container.data).substr(0, head), head);
   return container;

@@ -122,6 +122,11 @@ FileDescriptor StagedTree::createFile(std::string_view name) {
   return file;
 }
 
+void StagedTree::removeFile(std::string_view name) {
+  const Place place = placeOf(name);
+  ::unlinkat(place.folder, place.leaf.c_str(), 0);
+}
+
 void StagedTree::makeLink(std::string_view name, const std::string& target) {
   const Place place = placeOf(name);
   const auto make = [&] { return ::symlinkat(target.c_str(), place.folder, place.leaf.c_str()) == 0; };

@@ -29,12 +29,14 @@ class StagedTree {
 
   const std::shared_ptr<const OutputFolder>& parent() const { return parent_; }
 
-  // All three make the folders on the way. They throw std::system_error, with EXDEV for a name that leads out.
+  // All make the folders on the way. They throw std::system_error, with EXDEV for a name that leads out.
 
   // One that is there already is kept.
   void makeFolder(std::string_view name);
   // For writing to, in the place of a file or link of that name.
   FileDescriptor createFile(std::string_view name);
+  // Nothing if it isn't there.
+  void removeFile(std::string_view name);
   // In the place of whatever has that name.
   void makeLink(std::string_view name, const std::string& target);
 

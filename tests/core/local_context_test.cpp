@@ -154,6 +154,9 @@ TEST(LocalContext, EnumeratesRegularFilesAndFollowsNoLink) {
   folder.file("in/b/c.txt", "");
   folder.file("in/a.txt", "");
   folder.file("in/.hidden", "");
+  // Outputs in the making, perhaps the run's own.
+  folder.file("in/.quirn-01234567-89ab-cdef-0123-456789abcdef.partial", "");
+  folder.file("in/.quirn-11234567-89ab-cdef-0123-456789abcdef.partial/a.txt", "");
   fs::create_symlink("..", folder / "in/b/up");
   fs::create_symlink("a.txt", folder / "in/link");
   ASSERT_EQ(::mkfifo((folder / "in/pipe").c_str(), 0600), 0);

@@ -10,6 +10,7 @@
 #include <thread>
 
 #include "hostile/attacks.h"
+#include "platform/file_descriptor.h"
 
 namespace quirn::hostile {
 namespace {
@@ -33,6 +34,10 @@ void makeEntry(const std::string& line, StagedFolder& folder) {
   if (kind == "folder") folder.makeFolder(name);
   const std::string content = kind == "large" ? std::string(std::stoul(rest), 'x') : rest;
   if (kind == "file" || kind == "large") folder.write(name, std::as_bytes(std::span(content)), date);
+  if (kind == "abandon") {
+    platform::writeAll(folder.begin(name, date), std::as_bytes(std::span(rest)));
+    folder.abandonFile();
+  }
   if (kind == "link" && !folder.link(name, rest)) folder.write("no " + name, {}, {});
   if (kind == "drop") throw OperationError::unsupportedInput("Dropped.");
 }

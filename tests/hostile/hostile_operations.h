@@ -48,8 +48,8 @@ class MergeOperation final : public QuirnOperation {
   OperationResult run(std::span<const InputFile> inputs, OperationContext& context) const override;
 };
 
-// Makes a folder of what the lines of its input say: "folder NAME", "file NAME CONTENT", "large NAME BYTES", "link NAME
-// TARGET", "publish"; "drop" leaves it unpublished. What was made stays when a line fails.
+// Makes a folder of what the lines of its input say: "folder NAME", "file NAME CONTENT", "large NAME BYTES", "abandon
+// NAME CONTENT", "link NAME TARGET", "publish"; "drop" leaves it unpublished. What was made stays when a line fails.
 class UnpackOperation final : public PerFileOperation {
  public:
   static const OperationInfo& info();

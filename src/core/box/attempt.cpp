@@ -123,7 +123,9 @@ void Attempt::watch() {
   lastSign_ = sign;
   if (request_.context.stopToken().stop_requested()) stoppingFor_ += passed;
   const auto hundredSeconds = std::chrono::duration_cast<std::chrono::seconds>(now - began_).count() / 100;
-  if (grant_.messageCount() > limits_.messages * (1 + hundredSeconds)) throw WorkerLost(WorkerLost::How::misbehaved);
+  // Each input may be opened, and once more.
+  const std::int64_t mostMessages = limits_.messages * (1 + hundredSeconds) + 4 * grant_.inputCount();
+  if (grant_.messageCount() > mostMessages) throw WorkerLost(WorkerLost::How::misbehaved);
   if (silentFor_ > limits_.silence) throw WorkerLost(WorkerLost::How::silent);
   if (stoppingFor_ > limits_.stopping) throw WorkerLost(WorkerLost::How::slowToStop);
 }

@@ -46,9 +46,15 @@ void BoxedFolder::write(std::string_view name, std::span<const std::byte> bytes,
   try {
     platform::writeAll(file, bytes);
   } catch (const std::system_error& error) {
+    abandonFile();
     throw OperationError::writeFailed(url_ / name, error.what());
   }
   file_ = {};
+}
+
+void BoxedFolder::abandonFile() {
+  file_ = {};
+  context_.note(message(Ask::abandonFile));
 }
 
 bool BoxedFolder::link(std::string_view name, std::string_view target) {

@@ -23,6 +23,7 @@ class BoxedFolder final : public StagedFolder {
   const std::filesystem::path& url() const override { return url_; }
   void makeFolder(std::string_view name) override;
   int begin(std::string_view name, Date modified) override;
+  void abandonFile() override;
   void write(std::string_view name, std::span<const std::byte> bytes, Date modified) override;
   bool link(std::string_view name, std::string_view target) override;
   void settle() override;

@@ -46,6 +46,11 @@ void FolderGrant::writeFile(MessageReader& message) {
   keepingFault([&] { folder_->write(name, std::as_bytes(std::span(content)), modified); });
 }
 
+void FolderGrant::abandonFile() {
+  endFile();
+  folder_->abandonFile();
+}
+
 int FolderGrant::beginFile(MessageReader& message) {
   const std::string_view name = message.text();
   const StagedFolder::Date modified = readDate(message);

@@ -25,6 +25,7 @@ class FolderGrant {
   // Notes. Their faults are kept for the next question; until then nothing more is made.
   void makeFolder(MessageReader& message);
   void writeFile(MessageReader& message);
+  void abandonFile();
 
   // Questions. They throw the fault that is kept, or their own.
   int beginFile(MessageReader& message);

@@ -262,6 +262,7 @@ bool Grant::note(Ask kind, MessageReader& message) {
     }
     case Ask::makeFolder: readFolder(message).makeFolder(message); return true;
     case Ask::writeFile: readFolder(message).writeFile(message); return true;
+    case Ask::abandonFile: readFolder(message).abandonFile(); return true;
     case Ask::state: noteState(message); return true;
     case Ask::output: {
       const std::int64_t number = message.number();

@@ -68,6 +68,7 @@ class Grant {
   OperationResult result();
 
   std::int64_t total() const { return total_; }
+  std::int64_t inputCount() const { return std::ssize(inputs_); }
   // How many messages were taken.
   std::int64_t messageCount() const { return messageCount_; }
 

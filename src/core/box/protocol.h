@@ -70,6 +70,7 @@ enum class Ask {
   discard,        // number of an output
   discardFolder,  // number of an output
   makeFolder,     // number of an output, name
+  abandonFile,    // number of an output: takes back what beginFile gave last
   writeFile,      // number of an output, name, date, content
   state,          // status, total, completed, signs of life
 
