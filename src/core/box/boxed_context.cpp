@@ -3,8 +3,6 @@
 
 #include "core/box/boxed_context.h"
 
-#include <chrono>
-#include <cstdlib>
 #include <stdexcept>
 
 #include "core/box/boxed_folder.h"
@@ -15,22 +13,16 @@ namespace quirn::box {
 namespace fs = std::filesystem;
 namespace {
 
-constexpr std::chrono::minutes patience{10};  // the program reads what it is told at once
-
-// Without the program there is nobody to work for.
-[[noreturn]] void leave() {
-  std::_Exit(EXIT_FAILURE);
-}
-
 MessageWriter message(Ask kind) {
   return std::move(MessageWriter().choice(kind));
 }
 
 }  // namespace
 
-BoxedContext::BoxedContext(const platform::MessageSocket& messages, Request request)
+BoxedContext::BoxedContext(const platform::MessageSocket& messages, Outbox& outbox, Request request)
     : OperationContext(request.total, std::move(request.outputDirectory)),
       messages_(messages),
+      outbox_(outbox),
       isPerFile_(request.isPerFile),
       firstInput_(std::move(request.firstInput)) {
   std::int64_t number = 0;
@@ -143,34 +135,17 @@ std::int64_t BoxedContext::numberOf(const fs::path& input) const {
   return found->second;
 }
 
-void BoxedContext::note(const MessageWriter& message) {
-  std::unique_lock guard(sending_);
-  if (noted_.bytes().size() + message.bytes().size() > platform::longestMessage) {
-    guard.unlock();
-    send();
-    guard.lock();
-  }
-  noted_.append(message);
-}
-
-void BoxedContext::send() {
-  const std::scoped_lock guard(sending_);
-  // Another thread has sent it meanwhile. An empty message would be taken for the end of the connection.
-  if (noted_.bytes().empty()) return;
-  if (!messages_.send(noted_.bytes(), -1, patience)) leave();
-  noted_ = {};
-}
-
 BoxedContext::Answer BoxedContext::hear() const {
   auto message = messages_.receive(platform::MessageSocket::Descriptors::accepted);
   if (!message) leave();
-  return {std::move(message->bytes), std::move(message->descriptor)};
+  std::vector<platform::FileDescriptor>& descriptors = message->descriptors;
+  return {std::move(message->bytes), descriptors.empty() ? platform::FileDescriptor() : std::move(descriptors.front())};
 }
 
 BoxedContext::Answer BoxedContext::ask(const MessageWriter& question, Tell expected) {
   const std::scoped_lock guard(asking_);
   note(question);
-  send();
+  outbox_.send();
   Answer answer = hear();
   MessageReader reader = answer.reader();
   const auto kind = reader.choice<Tell>();

@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "core/box/message.h"
+#include "core/box/outbox.h"
 #include "core/box/protocol.h"
 #include "core/operation_context.h"
 #include "platform/message_socket.h"
@@ -27,8 +28,8 @@ class BoxedContext final : public OperationContext {
     std::vector<InputFile> inputs;
     platform::FileDescriptor firstInput;  // if it is open already
   };
-  // `messages` outlives it.
-  BoxedContext(const platform::MessageSocket& messages, Request request);
+  // `messages` and `outbox`, which sends to them, outlive it.
+  BoxedContext(const platform::MessageSocket& messages, Outbox& outbox, Request request);
 
   InputHandle open(const InputFile& input) override;
   Neighbour openNeighbour(const InputFile& input, const std::filesystem::path& name) override;
@@ -45,9 +46,7 @@ class BoxedContext final : public OperationContext {
   std::string typeOf(const std::filesystem::path& input);
 
   // What needs no answer; it goes with the next message that is sent.
-  void note(const MessageWriter& message);
-  // Sends what was noted.
-  void send();
+  void note(const MessageWriter& message) { outbox_.note(message); }
 
   struct Answer {
     std::string bytes;
@@ -80,12 +79,10 @@ class BoxedContext final : public OperationContext {
   Answer hear() const;
 
   const platform::MessageSocket& messages_;
+  Outbox& outbox_;
   const bool isPerFile_;
   std::atomic<std::int64_t> lastOwnNumber_ = 0;
   std::recursive_mutex asking_;  // held from a question to its answer
-
-  std::mutex sending_;
-  MessageWriter noted_;  // guarded by sending_
 
   mutable std::mutex mutex_;
   // All guarded by mutex_.

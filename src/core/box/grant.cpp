@@ -43,6 +43,12 @@ std::string nameFor(std::span<const InputFile> inputs) {
   return inputs.size() == 1 ? inputs.front().fileName() : "One of these files";
 }
 
+std::int64_t outputLimitFor(std::int64_t bytesIn, const BoxLimits& limits) {
+  constexpr std::int64_t ratio = limitOf(Budget::bytesOutPerByteIn);
+  const std::int64_t scaled = std::min(bytesIn, std::numeric_limits<std::int64_t>::max() / ratio) * ratio;
+  return std::max(limits.output, scaled);
+}
+
 Grant::Grant(const OperationType& type, std::span<const InputFile> inputs, OperationContext& context,
              const BoxLimits& limits)
     : type_(type),
@@ -55,15 +61,15 @@ Grant::Grant(const OperationType& type, std::span<const InputFile> inputs, Opera
   for (const InputFile& input : inputs) bytesIn_ = saturatedSum(bytesIn_, input);
 }
 
-void Grant::take(std::string_view bytes, const Send& send) {
+std::string_view Grant::take(std::string_view bytes, const Send& send) {
   MessageReader message(bytes);
   do {
-    if (hasEnded()) throw OutsideGrant();
     const auto kind = message.choice<Ask>();
     // What goes into a folder is counted there.
     if (kind != Ask::makeFolder && kind != Ask::writeFile && kind != Ask::beginFile) ++messageCount_;
     if (!answer(kind, message, send) && !note(kind, message) && !end(kind, message)) throw OutsideGrant();
-  } while (!message.isAtEnd());
+  } while (!message.isAtEnd() && !hasEnded());
+  return message.rest();
 }
 
 OperationResult Grant::result() {
@@ -71,12 +77,6 @@ OperationResult Grant::result() {
   if (std::holds_alternative<CancellationError>(*ending_)) throw CancellationError();
   if (const auto* fault = std::get_if<std::runtime_error>(&*ending_)) throw std::runtime_error(*fault);
   return std::get<OperationResult>(std::move(*ending_));
-}
-
-std::int64_t Grant::outputLimit() const {
-  constexpr std::int64_t ratio = limitOf(Budget::bytesOutPerByteIn);
-  const std::int64_t scaled = std::min(bytesIn_, std::numeric_limits<std::int64_t>::max() / ratio) * ratio;
-  return std::max(limits_.output, scaled);
 }
 
 std::int64_t Grant::bytesStaged() const {
