@@ -75,9 +75,11 @@ void Attempt::begin() {
       .number(grant_->total())
       .number(std::ssize(requests_.inputs))
       .number(std::ssize(settings));
-  const std::vector<InputHandle> opened = openAhead();
-  std::vector<int> descriptors(opened.size());
-  std::ranges::transform(opened, descriptors.begin(), &InputHandle::descriptor);
+  // An operation on one file opens it; what can't be opened, and all behind it, is left for the worker to ask for, and
+  // to be told why.
+  const auto files = type.isPerFile() ? requests_.inputs : requests_.inputs.first(0);
+  const std::vector<InputHandle> opened = openRun(files, requests_.context);
+  std::vector<int> descriptors = descriptorsOf(opened);
   const auto add = [&](const MessageWriter& message) {
     if (messages.bytes().size() + message.bytes().size() > platform::longestMessage)
       send(std::exchange(messages, {}), std::exchange(descriptors, {}));
@@ -90,19 +92,6 @@ void Attempt::begin() {
   }
   for (const MessageWriter& setting : settings) add(setting);
   send(messages, descriptors);
-}
-
-// An operation on one file opens it; what can't be opened, and all behind it, is left for the worker to ask for, and to
-// be told why.
-std::vector<InputHandle> Attempt::openAhead() const {
-  std::vector<InputHandle> opened;
-  if (!requests_.type.isPerFile()) return opened;
-  try {
-    for (const InputFile& input : requests_.inputs.first(std::min(requests_.inputs.size(), platform::mostDescriptors)))
-      opened.push_back(requests_.context.open(input));
-  } catch (const OperationError&) {  // The worker asks for it.
-  }
-  return opened;
 }
 
 void Attempt::send(const MessageWriter& message, std::span<const int> descriptors) {
@@ -120,8 +109,8 @@ void Attempt::takeNext(const Ended& ended) {
     throw WorkerLost(WorkerLost::How::misbehaved);
   }
   if (!message) throw WorkerLost(WorkerLost::How::died);
-  const auto answer = [this](const MessageWriter& reply, int descriptor) {
-    send(reply, std::span(&descriptor, descriptor >= 0 ? 1 : 0));
+  const auto answer = [this](const MessageWriter& reply, std::span<const int> descriptors) {
+    send(reply, descriptors);
   };
   for (std::string_view rest = message->bytes; !rest.empty();) {
     if (grant_->hasEnded()) throw OutsideGrant();

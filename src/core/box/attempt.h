@@ -62,7 +62,6 @@ class Attempt {
   using Clock = std::chrono::steady_clock;  // stands still while the machine sleeps
 
   void begin();
-  std::vector<InputHandle> openAhead() const;
   void send(const MessageWriter& message, std::span<const int> descriptors = {});
   void beginGrant();
   void endGrant(const Ended& ended);

@@ -23,23 +23,27 @@ BoxedContext::BoxedContext(const platform::MessageSocket& messages, Outbox& outb
     : OperationContext(request.total, std::move(request.outputDirectory)),
       messages_(messages),
       outbox_(outbox),
-      isPerFile_(request.isPerFile),
-      firstInput_(std::move(request.firstInput)) {
+      isPerFile_(request.isPerFile) {
+  if (request.firstInput) opened_.emplace(0, std::move(request.firstInput));
   std::int64_t number = 0;
   for (const InputFile& input : request.inputs) inputs_.emplace(input.url.native(), number++);
 }
 
 InputHandle BoxedContext::open(const InputFile& input) {
-  const std::int64_t number = numberOf(input.url);
-  if (auto opened = number == 0 ? takeFirstInput() : platform::FileDescriptor())
-    return {platform::ReadableFile::of(std::move(opened)), input.url};
-  Answer answer = ask(message(Ask::open).number(number), Tell::opened);
-  return {platform::ReadableFile::of(std::move(answer.descriptor)), input.url};
+  return {platform::ReadableFile::of(opened(numberOf(input.url))), input.url};
 }
 
-platform::FileDescriptor BoxedContext::takeFirstInput() {
-  const std::scoped_lock guard(mutex_);
-  return std::move(firstInput_);
+platform::FileDescriptor BoxedContext::opened(std::int64_t number) {
+  constexpr std::int64_t mostInTurn = 16;
+  const std::scoped_lock guard(asking_);
+  const bool isInTurn = number == lastOpened_ + 1;
+  lastOpened_ = number;
+  if (auto waiting = opened_.extract(number)) return std::move(waiting.mapped());
+  opened_.clear();
+  Answer answer = ask(message(Ask::open).number(number).number(isInTurn ? mostInTurn : 1), Tell::opened);
+  platform::FileDescriptor first = answer.takeDescriptor();
+  for (platform::FileDescriptor& descriptor : answer.descriptors) opened_.emplace(++number, std::move(descriptor));
+  return first;
 }
 
 Neighbour BoxedContext::openNeighbour(const InputFile& input, const fs::path& name) {
@@ -47,7 +51,7 @@ Neighbour BoxedContext::openNeighbour(const InputFile& input, const fs::path& na
   MessageReader reader = answer.reader();
   const auto place = reader.choice<Neighbour::Place>();
   if (place != Neighbour::Place::here) return {place, std::nullopt};
-  return {place, InputHandle(platform::ReadableFile::of(std::move(answer.descriptor)), std::string(reader.text()))};
+  return {place, InputHandle(platform::ReadableFile::of(answer.takeDescriptor()), std::string(reader.text()))};
 }
 
 std::vector<InputFile> BoxedContext::enumerate(const InputFile& folder) {
@@ -135,11 +139,17 @@ std::int64_t BoxedContext::numberOf(const fs::path& input) const {
   return found->second;
 }
 
+platform::FileDescriptor BoxedContext::Answer::takeDescriptor() {
+  if (descriptors.empty()) leave();
+  platform::FileDescriptor first = std::move(descriptors.front());
+  descriptors.erase(descriptors.begin());
+  return first;
+}
+
 BoxedContext::Answer BoxedContext::hear() const {
   auto message = messages_.receive(platform::MessageSocket::Descriptors::accepted);
   if (!message) leave();
-  std::vector<platform::FileDescriptor>& descriptors = message->descriptors;
-  return {std::move(message->bytes), descriptors.empty() ? platform::FileDescriptor() : std::move(descriptors.front())};
+  return {std::move(message->bytes), std::move(message->descriptors)};
 }
 
 BoxedContext::Answer BoxedContext::ask(const MessageWriter& question, Tell expected) {

@@ -52,7 +52,9 @@ class BoxedContext final : public OperationContext {
 
   struct Answer {
     std::string bytes;
-    platform::FileDescriptor descriptor;
+    std::vector<platform::FileDescriptor> descriptors;
+    // The first that is left; there must be one.
+    platform::FileDescriptor takeDescriptor();
     MessageReader reader() const { return MessageReader(bytes); }
   };
   // Waits for the answer, which is without its kind. Throws the program's own error instead where that is the answer.
@@ -76,7 +78,8 @@ class BoxedContext final : public OperationContext {
   MessageWriter namedIn(Ask kind, const OutputFile& output) const;
 
  private:
-  platform::FileDescriptor takeFirstInput();
+  // Opens further inputs as well where they are opened in turn, since asking costs more than opening.
+  platform::FileDescriptor opened(std::int64_t number);
   std::int64_t numberOf(const std::filesystem::path& input) const;
   Answer hear() const;
 
@@ -85,12 +88,14 @@ class BoxedContext final : public OperationContext {
   const bool isPerFile_;
   std::atomic<std::int64_t> lastOwnNumber_ = 0;
   std::recursive_mutex asking_;  // held from a question to its answer
+  // Guarded by asking_.
+  std::map<std::int64_t, platform::FileDescriptor> opened_;  // inputs, by number, that nobody has asked for yet
+  std::int64_t lastOpened_ = -1;                             // number of the input that was asked for last
 
   mutable std::mutex mutex_;
   // All guarded by mutex_.
   std::map<std::string, std::int64_t> inputs_;  // by path; comparing paths as such takes long
   std::map<platform::Uuid, std::int64_t> outputs_;
-  platform::FileDescriptor firstInput_;  // until it is asked for
 };
 
 }  // namespace quirn::box

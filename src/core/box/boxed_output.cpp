@@ -28,7 +28,7 @@ void BoxedOutput::stage() const {
   MessageReader reader = answer.reader();
   number_ = reader.number();
   url_ = std::string(reader.text());
-  descriptor_ = std::move(answer.descriptor);
+  descriptor_ = answer.takeDescriptor();
   const std::string content = std::exchange(content_, {});
   append(descriptor_.number(), url_, std::as_bytes(std::span(content)));
 }

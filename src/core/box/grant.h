@@ -53,13 +53,16 @@ struct BoxLimits {
 // What sentences call the inputs: the name of the one, or "One of these files".
 std::string nameFor(std::span<const InputFile> inputs);
 
+// Opens as many of the inputs, from the first on, as can be opened and go with one message.
+std::vector<InputHandle> openRun(std::span<const InputFile> inputs, OperationContext& context);
+std::vector<int> descriptorsOf(std::span<const InputHandle> files);
+
 // The largest file that a worker may write for so many bytes of inputs.
 std::int64_t outputLimitFor(std::int64_t bytesIn, const BoxLimits& limits);
 
 class Grant {
  public:
-  // Sends a message, with a descriptor if that is not negative.
-  using Send = std::function<void(const MessageWriter& message, int descriptor)>;
+  using Send = std::function<void(const MessageWriter& message, std::span<const int> descriptors)>;
 
   // All outlive it.
   Grant(const OperationType& type, std::span<const InputFile> inputs, OperationContext& context,

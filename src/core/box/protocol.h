@@ -33,7 +33,7 @@ enum class Tell {
   setting,  // key, a piece of its value; pieces of the same key in a row belong together
 
   // The answers to what a worker asks.
-  opened,     // with a descriptor
+  opened,     // with descriptors, of one file or of several inputs in a row
   neighbour,  // place, location; with a descriptor if it is here
   listed,     // how many "input" messages follow, number of the first
   staged,     // number, location; with a descriptor if it is no folder
@@ -49,7 +49,7 @@ enum class Ask {
   ready,  // once, after its lock-down
 
   // Questions; each is answered before the next.
-  open,           // number of an input
+  open,           // number of an input, how many from there on are wanted at most
   neighbour,      // number of an input, name
   enumerate,      // number of an input
   typeOf,         // number of an input
