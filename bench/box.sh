@@ -10,7 +10,6 @@ here=$(dirname -- "$(readlink -f -- "${BASH_SOURCE[0]}")")
 quirn=${QUIRN:?run ./dev bench box}
 both_ways=$(dirname -- "$quirn")/both_ways
 inputs=$here/../build/bench/box
-export QUIRN_BENCH_FOLDER=$inputs
 
 make_inputs() {
   [[ ! -e $inputs/complete ]] || return 0
@@ -25,13 +24,19 @@ PYTHON
   touch "$inputs/complete"
 }
 
-make_inputs
-"$here/side_by_side.py" --rounds 15 '1,000 small files through workers' \
-  -- "$both_ways" boxed "$quirn" '{fresh}' "$inputs/small"/* \
-  -- 'in process' 0.9 "$both_ways" here "$quirn" '{fresh}' "$inputs/small"/*
+# run_batch FOLDER LABEL: with the outputs in new folders there.
+run_batch() {
+  QUIRN_BENCH_FOLDER=$1 "$here/side_by_side.py" --rounds 15 "$2" \
+    -- "$both_ways" boxed "$quirn" '{fresh}' "$inputs/small"/* \
+    -- 'in process' 0.9 "$both_ways" here "$quirn" '{fresh}' "$inputs/small"/*
+}
 
+make_inputs
 fresh=$(mktemp -d -p /dev/shm)
 trap 'rm -rf -- "$fresh"' EXIT
+run_batch "$inputs" '1,000 small files through workers'
+run_batch "$fresh" 'the same, outputs in memory'
+
 printf '\none file at a time\n'
 "$both_ways" files "$quirn" "$fresh" "$inputs/small"/00*
 

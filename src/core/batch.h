@@ -31,7 +31,7 @@ OperationResult runBatch(std::span<const InputFile> inputs, OperationContext& co
 // How many files a worker is handed at once: as many as are processed in so short a time, by what those before them
 // took, and none that waits behind a large one.
 struct Grouping {
-  std::int64_t mostFiles = 16;
+  std::int64_t mostFiles = 32;
   std::int64_t mostBytes = 1 << 20;
   std::chrono::nanoseconds time = std::chrono::milliseconds(3);
 };

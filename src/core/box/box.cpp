@@ -131,7 +131,7 @@ std::span<const InputFile> Box::runTogether(const Requests& requests, const Repo
   if (worker == nullptr) return requests.inputs;
   Attempt attempt(*worker, requests, limits_, ++serial_);
   try {
-    attempt.serve([&](Grant& grant) { report([&] { return grant.result().outputs.front(); }); });
+    attempt.serve([&](Grant& grant) { report([&] { return std::move(grant.result().outputs.front()); }); });
     pool_->keep(kind, std::move(worker));
     return {};
   } catch (const std::exception&) {

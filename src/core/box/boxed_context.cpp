@@ -26,7 +26,7 @@ BoxedContext::BoxedContext(const platform::MessageSocket& messages, Outbox& outb
       isPerFile_(request.isPerFile) {
   if (request.firstInput) opened_.emplace(0, std::move(request.firstInput));
   std::int64_t number = 0;
-  for (const InputFile& input : request.inputs) inputs_.emplace(input.url, number++);
+  for (const InputFile& input : request.inputs) inputs_.emplace(input.url.native(), number++);
 }
 
 InputHandle BoxedContext::open(const InputFile& input) {
@@ -69,7 +69,7 @@ std::vector<InputFile> BoxedContext::enumerate(const InputFile& folder) {
     if (reader.choice<Tell>() != Tell::input) leave();
     files.push_back(readInputFile(reader, [this](const fs::path& file) { return typeOf(file); }));
     const std::scoped_lock inner(mutex_);
-    inputs_.emplace(files.back().url, number++);
+    inputs_.emplace(files.back().url.native(), number++);
   }
   return files;
 }
@@ -134,7 +134,7 @@ MessageWriter BoxedContext::namedIn(Ask kind, const OutputFile& output) const {
 
 std::int64_t BoxedContext::numberOf(const fs::path& input) const {
   const std::scoped_lock guard(mutex_);
-  const auto found = inputs_.find(input);
+  const auto found = inputs_.find(input.native());
   if (found == inputs_.end()) throw OperationError::readFailed(input, "Not an input of this run.");
   return found->second;
 }

@@ -9,6 +9,8 @@
 #include <atomic>
 #include <map>
 #include <mutex>
+#include <span>
+#include <string>
 #include <vector>
 
 #include "core/box/message.h"
@@ -25,7 +27,7 @@ class BoxedContext final : public OperationContext {
     std::int64_t total = 1;
     bool isPerFile = false;
     std::optional<std::filesystem::path> outputDirectory;
-    std::vector<InputFile> inputs;
+    std::span<const InputFile> inputs;    // as long as the context is made
     platform::FileDescriptor firstInput;  // if it is open already
   };
   // `messages` and `outbox`, which sends to them, outlive it.
@@ -92,7 +94,7 @@ class BoxedContext final : public OperationContext {
 
   mutable std::mutex mutex_;
   // All guarded by mutex_.
-  std::map<std::filesystem::path, std::int64_t> inputs_;
+  std::map<std::string, std::int64_t> inputs_;  // by path; comparing paths as such takes long
   std::map<platform::Uuid, std::int64_t> outputs_;
 };
 

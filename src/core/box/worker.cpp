@@ -7,6 +7,7 @@
 
 #include <cstdlib>
 #include <exception>
+#include <memory>
 #include <mutex>
 #include <new>
 #include <optional>
@@ -78,6 +79,7 @@ struct Work {
   std::vector<InputFile> inputs;
   std::vector<platform::FileDescriptor> opened;  // of the first inputs
   std::vector<Setting> settings;
+  std::unique_ptr<OperationConfig> config;  // what they say, once somebody has asked
 };
 
 class Worker {
@@ -107,13 +109,13 @@ class Worker {
   }
 
  private:
-  void serve(const Work& work, std::span<const InputFile> inputs, platform::FileDescriptor opened) {
+  void serve(Work& work, std::span<const InputFile> inputs, platform::FileDescriptor opened) {
     const std::int64_t sentBefore = outbox_.sendCount();
     BoxedContext context(messages_, outbox_,
                          {.total = work.total,
                           .isPerFile = work.isPerFile,
                           .outputDirectory = work.outputDirectory,
-                          .inputs = {inputs.begin(), inputs.end()},
+                          .inputs = inputs,
                           .firstInput = std::move(opened)});
     context_ = &context;
     listener_.attend(&context, work.serial);
@@ -165,21 +167,22 @@ class Worker {
     return *type;
   }
 
-  static std::unique_ptr<OperationConfig> configOf(const OperationType& type, const Work& work) {
-    if (!type.isConfigurable()) return std::make_unique<OperationConfig>();
-    auto config = type.defaultConfig();
+  static const OperationConfig& configOf(const OperationType& type, Work& work) {
+    if (work.config) return *work.config;
+    auto config = type.isConfigurable() ? type.defaultConfig() : std::make_unique<OperationConfig>();
     const Panel panel = type.configPanel(*config);
     for (const auto& [key, value] : work.settings) panel.set(*config, key, value);
-    return config;
+    work.config = std::move(config);
+    return *work.config;
   }
 
-  static OperationResult run(const OperationType& type, const Work& work, std::span<const InputFile> inputs,
+  static OperationResult run(const OperationType& type, Work& work, std::span<const InputFile> inputs,
                              BoxedContext& context) {
-    const auto config = configOf(type, work);
-    if (type.isPerFile()) return {{type.processFile(inputs.front(), *config, context)}, std::nullopt, {}};
+    const OperationConfig& config = configOf(type, work);
+    if (type.isPerFile()) return {{type.processFile(inputs.front(), config, context)}, std::nullopt, {}};
     const auto operation = type.make();
     if (const auto* configurable = dynamic_cast<const AnyConfigurableOperation*>(operation.get()))
-      return configurable->runConfigured(inputs, *config, context);
+      return configurable->runConfigured(inputs, config, context);
     return operation->run(inputs, context);
   }
 
@@ -197,7 +200,7 @@ class Worker {
   }
 
   // Runs it, tells of what there is to tell, and gives the last message.
-  MessageWriter endingOf(const Work& work, std::span<const InputFile> inputs, BoxedContext& context) const {
+  MessageWriter endingOf(Work& work, std::span<const InputFile> inputs, BoxedContext& context) const {
     MessageWriter ending;
     try {
       context.checkCancellation();
