@@ -49,7 +49,7 @@ set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_SECTION utils)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 # Those that are opened when they are needed, which no one finds in the program.
-set(CPACK_DEBIAN_PACKAGE_DEPENDS "libglib2.0-0, libicu72, libxml2, shared-mime-info, tzdata")
+set(CPACK_DEBIAN_PACKAGE_DEPENDS "libglib2.0-0, libicu72, libpangocairo-1.0-0, libxml2, shared-mime-info, tzdata")
 set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "qt6-qpa-plugins, qt6-wayland")
 set(CPACK_STRIP_FILES ON)
 set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS

@@ -26,6 +26,20 @@ std::vector<double> lengths(Object array) {
   return isDash ? all : std::vector<double>();
 }
 
+// Along the inside of the box; the light comes from the upper left.
+void drawEdges(PDFDrawing& drawing, const PDFRectangle& box, double width, const PDFInk& upperLeft,
+               const PDFInk& lowerRight) {
+  const PDFRectangle inner = inset(box, width);
+  const std::array upper{PDFPoint{box.left, box.bottom},  PDFPoint{box.left, box.top},
+                         PDFPoint{box.right, box.top},    PDFPoint{inner.right, inner.top},
+                         PDFPoint{inner.left, inner.top}, PDFPoint{inner.left, inner.bottom}};
+  const std::array lower{PDFPoint{box.left, box.bottom},      PDFPoint{box.right, box.bottom},
+                         PDFPoint{box.right, box.top},        PDFPoint{inner.right, inner.top},
+                         PDFPoint{inner.right, inner.bottom}, PDFPoint{inner.left, inner.bottom}};
+  drawing.lines(upper, PDFDrawing::Ends::closed, upperLeft, {});
+  drawing.lines(lower, PDFDrawing::Ends::closed, lowerRight, {});
+}
+
 }  // namespace
 
 PDFPen penOf(Object annotation, PDFInk ink) {
@@ -48,18 +62,24 @@ bool statesBorder(Object annotation) {
   return annotation.hasKey("/BS") || annotation.hasKey("/Border");
 }
 
-void drawBorder(PDFDrawing& drawing, Object annotation, const PDFRectangle& box, const PDFInk& fill,
-                const PDFPen& pen) {
-  Object style = annotation.getKey("/BS");
-  const PDFRectangle middle = inset(box, pen.isVisible() ? pen.width / 2 : 0);
-  const bool isUnderline = style.isDictionary() && style.getKey("/S").isNameAndEquals("/U");
-  if (!isUnderline) {
-    drawing.rectangle(middle, fill, pen);
-    return;
+PDFRectangle drawBorder(PDFDrawing& drawing, Object annotation, const PDFRectangle& box, const PDFInk& fill,
+                        const PDFPen& pen) {
+  Object border = annotation.getKey("/BS");
+  Object style = border.isDictionary() ? border.getKey("/S") : Object::newNull();
+  const double width = pen.isVisible() ? pen.width : 0;
+  const PDFRectangle middle = inset(box, width / 2);
+  const PDFRectangle inner = inset(box, width);
+  if (style.isNameAndEquals("/U")) {
+    drawing.rectangle(box, fill, {});
+    const std::array line{PDFPoint{box.left, middle.bottom}, PDFPoint{box.right, middle.bottom}};
+    drawing.lines(line, PDFDrawing::Ends::open, {}, pen);
+    return inner;
   }
-  drawing.rectangle(box, fill, {});
-  const std::array line{PDFPoint{box.left, middle.bottom}, PDFPoint{box.right, middle.bottom}};
-  drawing.lines(line, PDFDrawing::Ends::open, {}, pen);
+  drawing.rectangle(middle, fill, pen);
+  const bool isRaised = style.isNameAndEquals("/B");
+  if (!isRaised && !style.isNameAndEquals("/I")) return inner;
+  drawEdges(drawing, inner, pen.width, isRaised ? PDFInk{1} : PDFInk{0.5}, isRaised ? PDFInk{0.5} : PDFInk{0.75});
+  return inset(inner, pen.width);
 }
 
 PDFRectangle inset(const PDFRectangle& rectangle, double by) {

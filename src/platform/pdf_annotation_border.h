@@ -16,9 +16,10 @@ PDFPen penOf(QPDFObjectHandle annotation, PDFInk ink);
 // Whether the annotation says anything about its border.
 bool statesBorder(QPDFObjectHandle annotation);
 
-// The border within the annotation's box: all around, or along its lower edge where the style says so.
-void drawBorder(PDFDrawing& drawing, QPDFObjectHandle annotation, const PDFRectangle& box, const PDFInk& fill,
-                const PDFPen& pen);
+// The border within the annotation's box: all around, or along its lower edge where the style says so, and with edges
+// in light and shade where it is raised or sunken. Returns what is within it.
+PDFRectangle drawBorder(PDFDrawing& drawing, QPDFObjectHandle annotation, const PDFRectangle& box, const PDFInk& fill,
+                        const PDFPen& pen);
 
 PDFRectangle inset(const PDFRectangle& rectangle, double by);
 

@@ -4,7 +4,6 @@
 #include "platform/pdf_compression.h"
 
 #include <algorithm>
-#include <cmath>
 #include <map>
 #include <optional>
 #include <string>
@@ -32,7 +31,8 @@ PDFPixelSize mostPixels(const PDFImageUses& uses, Object image) {
   const auto extent = uses.largest(image).value_or(PDFImageUses::Extent{any, any});
   const auto pixels = [](double points) {
     constexpr double pointsPerInch = 72;
-    return static_cast<std::size_t>(std::clamp(std::ceil(points / pointsPerInch * screenPixelsPerInch), 1.0, any));
+    constexpr double rounding = 0.01;  // of the numbers in the content
+    return static_cast<std::size_t>(std::clamp(points / pointsPerInch * screenPixelsPerInch + rounding, 1.0, any));
   };
   return {pixels(extent.width), pixels(extent.height)};
 }

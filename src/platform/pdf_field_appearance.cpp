@@ -5,6 +5,8 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
+#include <numbers>
 #include <string>
 #include <utility>
 #include <vector>
@@ -23,6 +25,7 @@ struct Widget {
   PDFTextForms& texts;
   const PDFField& field;
   PDFRectangle inner;  // within the border
+  PDFPen pen;          // of the border
 };
 
 std::vector<std::string> charactersOf(std::string_view text) {
@@ -41,17 +44,24 @@ PDFText styled(const Widget& widget, std::string text) {
   return result;
 }
 
-void drawLine(const Widget& widget, std::string text, const PDFRectangle& rectangle) {
-  drawText(widget.drawing, widget.texts, styled(widget, std::move(text)), rectangle, PDFTextFlow::line);
+void drawLine(const Widget& widget, std::string text) {
+  const auto& [left, bottom, right, top] = widget.inner;
+  drawText(widget.drawing, widget.texts, styled(widget, std::move(text)), {left + 1, bottom, right - 1, top},
+           PDFTextFlow::line);
 }
 
-// One character to a cell.
+// One character to a cell; what has a border has lines between the cells.
 void drawComb(const Widget& widget, std::string_view value, int cells) {
   PDFText text = styled(widget, {});
   if (text.size == 0) text.size = std::clamp(widget.inner.height() * 0.7, 4.0, 12.0);
   text.alignment = PDFText::Alignment::center;
   const double width = widget.inner.width() / cells;
   double left = widget.inner.left;
+  for (int cell = 1; cell < cells; ++cell) {
+    const double x = left + width * cell;
+    const std::array line{PDFPoint{x, widget.inner.bottom}, PDFPoint{x, widget.inner.top}};
+    widget.drawing.lines(line, PDFDrawing::Ends::open, {}, widget.pen);
+  }
   for (const std::string& character : charactersOf(value)) {
     if (left + width > widget.inner.right + 1) break;
     text.text = character;
@@ -66,13 +76,13 @@ void drawTextField(const Widget& widget) {
   if (values.empty()) return;
   std::string value = values.front();
   if (widget.field.isPassword()) value = std::string(charactersOf(value).size(), '*');
-  const PDFRectangle room = inset(widget.inner, 1);
   if (const int cells = widget.field.combLength(); cells > 0) {
     drawComb(widget, value, cells);
   } else if (widget.field.isMultiline()) {
-    drawText(widget.drawing, widget.texts, styled(widget, std::move(value)), room, PDFTextFlow::paragraphs);
+    drawText(widget.drawing, widget.texts, styled(widget, std::move(value)), inset(widget.inner, 2),
+             PDFTextFlow::paragraphs);
   } else {
-    drawLine(widget, std::move(value), room);
+    drawLine(widget, std::move(value));
   }
 }
 
@@ -102,7 +112,7 @@ void drawChoice(const Widget& widget) {
     return;
   }
   const std::vector<std::string> values = widget.field.shownValues();
-  if (!values.empty()) drawLine(widget, values.front(), inset(widget.inner, 1));
+  if (!values.empty()) drawLine(widget, values.front());
 }
 
 // The mark of a button, a character of the font of dingbats that viewers draw it with.
@@ -119,6 +129,18 @@ void drawCross(const Widget& widget, const PDFRectangle& box, const PDFPen& pen)
   widget.drawing.lines(falling, PDFDrawing::Ends::open, {}, pen);
 }
 
+// Five points, one of them upwards.
+void drawStar(const Widget& widget, PDFPoint center, double radius, const PDFInk& ink) {
+  constexpr double innerRadius = 0.382;
+  std::array<PDFPoint, 10> points;
+  for (std::size_t i = 0; i < points.size(); ++i) {
+    const double angle = std::numbers::pi * (0.5 + static_cast<double>(i) / 5);
+    const double reach = i % 2 == 0 ? radius : radius * innerRadius;
+    points.at(i) = {center.x + reach * std::cos(angle), center.y + reach * std::sin(angle)};
+  }
+  widget.drawing.lines(points, PDFDrawing::Ends::closed, ink, {});
+}
+
 void drawMark(const Widget& widget, char mark) {
   const double side = std::min(widget.inner.width(), widget.inner.height());
   const double half = side * 0.3;
@@ -132,8 +154,8 @@ void drawMark(const Widget& widget, char mark) {
     case 'l': widget.drawing.ellipse(box, ink, {}); return;
     case 'n': widget.drawing.rectangle(box, ink, {}); return;
     case '8': drawCross(widget, box, pen); return;
-    case 'u':
-    case 'H': {
+    case 'H': drawStar(widget, center, half * 1.2, ink); return;
+    case 'u': {
       const std::array diamond{PDFPoint{box.left, center.y}, PDFPoint{center.x, box.top}, PDFPoint{box.right, center.y},
                                PDFPoint{center.x, box.bottom}};
       widget.drawing.lines(diamond, closed, ink, {});
@@ -170,19 +192,22 @@ void drawContent(const Widget& widget) {
   }
 }
 
+PDFRectangle drawRoundBorder(PDFDrawing& drawing, const PDFRectangle& box, const PDFInk& ground, const PDFPen& pen) {
+  const double width = pen.isVisible() ? pen.width : 0;
+  drawing.ellipse(inset(box, width / 2), ground, pen);
+  return inset(box, width);
+}
+
 }  // namespace
 
 void drawField(PDFDrawing& drawing, PDFTextForms& texts, Object widget, const PDFField& field,
                const PDFRectangle& box) {
   const PDFInk ground = inkOf(field.characteristic("/BG"));
   const PDFPen pen = penOf(widget, inkOf(field.characteristic("/BC")));
-  const double border = pen.isVisible() ? pen.width : 0;
   const bool isRound = field.kind() == PDFField::Kind::radio && markOf(field, 'l') == 'l';
-  if (isRound)
-    drawing.ellipse(inset(box, border / 2), ground, pen);
-  else
-    drawBorder(drawing, widget, box, ground, pen);
-  drawContent({drawing, texts, field, inset(box, border + 1)});
+  const PDFRectangle inner =
+      isRound ? drawRoundBorder(drawing, box, ground, pen) : drawBorder(drawing, widget, box, ground, pen);
+  drawContent({drawing, texts, field, inset(inner, 1), pen});
 }
 
 }  // namespace quirn::platform

@@ -7,11 +7,9 @@
 
 #include <algorithm>
 #include <array>
-#include <cmath>
-#include <cstdint>
 #include <memory>
 #include <stdexcept>
-#include <vector>
+#include <utility>
 
 namespace quirn::platform {
 namespace {
@@ -49,48 +47,105 @@ int pixelFormatOf(std::size_t components) {
   }
 }
 
-// The library has more factors; these are the fast ones.
+// The library leaves out the higher frequencies of each block by itself, which shows at the edges of blocks: half as
+// many pixels again as are needed hide that. It has more factors; these are the fast ones.
 PDFPixelSize smallestDecoded(PDFPixelSize full, PDFPixelSize least) {
   for (const std::size_t divisor : {8U, 4U, 2U}) {
     const PDFPixelSize size{(full.width + divisor - 1) / divisor, (full.height + divisor - 1) / divisor};
-    if (size.width >= least.width && size.height >= least.height) return size;
+    if (size.width * 2 >= least.width * 3 && size.height * 2 >= least.height * 3) return size;
   }
   return full;
 }
 
-// How much of the old pixels, counted from `first`, goes into one new one.
-struct Share {
-  std::size_t first = 0;
-  std::vector<float> weights;
+struct Header {
+  PDFPixelSize size;
+  int subsampling = 0;
+  int colorSpace = 0;
 };
 
-std::vector<Share> shares(std::size_t from, std::size_t to) {
-  std::vector<Share> all(to);
-  const double step = static_cast<double>(from) / static_cast<double>(to);
-  for (std::size_t i = 0; i < to; ++i) {
-    const double begin = static_cast<double>(i) * step;
-    const double end = std::min(begin + step, static_cast<double>(from));
-    all[i].first = static_cast<std::size_t>(begin);
-    for (std::size_t old = all[i].first; old < from && static_cast<double>(old) < end; ++old) {
-      const double covered = std::min(end, static_cast<double>(old + 1)) - std::max(begin, static_cast<double>(old));
-      all[i].weights.push_back(static_cast<float>(covered / step));
-    }
-  }
-  return all;
+// Nothing for a picture of another size than the document states, and for one that is too large.
+std::optional<Header> headerOf(tjhandle codec, std::string_view jpeg, PDFPixelSize size) {
+  int width = 0;
+  int height = 0;
+  Header header;
+  if (tjDecompressHeader3(codec, bytesOf(jpeg), jpeg.size(), &width, &height, &header.subsampling,
+                          &header.colorSpace) != 0)
+    return std::nullopt;
+  header.size = {static_cast<std::size_t>(width), static_cast<std::size_t>(height)};
+  const std::size_t components = componentsOf(header.colorSpace);
+  if (components == 0 || header.size != size || size.width * size.height > mostPictureSamples / components)
+    return std::nullopt;
+  return header;
 }
 
-void reduceRow(const std::uint8_t* row, std::size_t components, const std::vector<Share>& columns, float* reduced) {
-  for (const Share& share : columns) {
-    for (std::size_t component = 0; component < components; ++component) {
-      const std::uint8_t* sample = row + share.first * components + component;
-      float sum = 0;
-      for (const float weight : share.weights) {
-        sum += weight * static_cast<float>(*sample);
-        sample += components;
-      }
-      *reduced++ = sum;
-    }
+constexpr int planeCount = 3;
+
+// Brightness and the two colour differences, each a picture of one component. At its edges, a plane may be a pixel
+// larger than what it has of the picture.
+struct Planes {
+  PDFPixelSize size;  // of the picture
+  int subsampling = 0;
+  std::array<PDFSamples, planeCount> all{};
+
+  PDFPixelSize planeSize(int plane) const {
+    return {static_cast<std::size_t>(tjPlaneWidth(plane, static_cast<int>(size.width), subsampling)),
+            static_cast<std::size_t>(tjPlaneHeight(plane, static_cast<int>(size.height), subsampling))};
   }
+
+  // How many pixels of the picture one of the plane covers.
+  PDFPixelStep pixelSize(int plane) const {
+    if (plane == 0) return {1, 1};
+    return {tjMCUWidth[subsampling] / 8.0, tjMCUHeight[subsampling] / 8.0};
+  }
+};
+
+std::optional<Planes> decodedPlanes(tjhandle codec, std::string_view jpeg, const Header& header, PDFPixelSize least) {
+  Planes planes{smallestDecoded(header.size, least), header.subsampling};
+  std::array<unsigned char*, planeCount> rows{};
+  for (int i = 0; i < planeCount; ++i) {
+    const PDFPixelSize size = planes.planeSize(i);
+    PDFSamples& plane = planes.all.at(static_cast<std::size_t>(i));
+    plane = {size, 1, std::string(size.width * size.height, '\0')};
+    rows.at(static_cast<std::size_t>(i)) = reinterpret_cast<unsigned char*>(plane.bytes.data());
+  }
+  const int result =
+      tjDecompressToYUVPlanes(codec, bytesOf(jpeg), jpeg.size(), rows.data(), static_cast<int>(planes.size.width),
+                              nullptr, static_cast<int>(planes.size.height), TJFLAG_LIMITSCANS);
+  return result == 0 ? std::optional(std::move(planes)) : std::nullopt;
+}
+
+Planes reducedPlanes(Planes planes, PDFPixelSize size) {
+  Planes result{size, TJSAMP_420};
+  const double x = static_cast<double>(planes.size.width) / static_cast<double>(size.width);
+  const double y = static_cast<double>(planes.size.height) / static_cast<double>(size.height);
+  for (int i = 0; i < planeCount; ++i) {
+    const auto index = static_cast<std::size_t>(i);
+    const PDFPixelStep from = planes.pixelSize(i);
+    const PDFPixelStep to = result.pixelSize(i);
+    result.all.at(index) =
+        reduced(std::move(planes.all.at(index)), result.planeSize(i), {x * to.x / from.x, y * to.y / from.y});
+  }
+  return result;
+}
+
+// What the library has written, and freed.
+std::string taken(tjhandle codec, int result, unsigned char* bytes, unsigned long count) {
+  const std::unique_ptr<unsigned char, Freeing> owner(bytes);
+  if (result != 0) throw std::runtime_error(tjGetErrorStr2(codec));
+  return {reinterpret_cast<const char*>(bytes), count};
+}
+
+std::string encodedPlanes(const Planes& planes, int quality) {
+  const Codec codec(tjInitCompress());
+  if (!codec) throw std::bad_alloc();
+  std::array<const unsigned char*, planeCount> rows{};
+  for (std::size_t i = 0; i < rows.size(); ++i) rows.at(i) = bytesOf(planes.all.at(i).bytes);
+  unsigned char* bytes = nullptr;
+  unsigned long count = 0;
+  const int result = tjCompressFromYUVPlanes(codec.get(), rows.data(), static_cast<int>(planes.size.width), nullptr,
+                                             static_cast<int>(planes.size.height), TJSAMP_420, &bytes, &count, quality,
+                                             TJFLAG_PROGRESSIVE);
+  return taken(codec.get(), result, bytes, count);
 }
 
 }  // namespace
@@ -98,17 +153,10 @@ void reduceRow(const std::uint8_t* row, std::size_t components, const std::vecto
 std::optional<PDFSamples> decodedJPEG(std::string_view jpeg, PDFPixelSize size, PDFPixelSize least) {
   const Codec codec(tjInitDecompress());
   if (!codec) throw std::bad_alloc();
-  int width = 0;
-  int height = 0;
-  int subsampling = 0;
-  int colorSpace = 0;
-  if (tjDecompressHeader3(codec.get(), bytesOf(jpeg), jpeg.size(), &width, &height, &subsampling, &colorSpace) != 0)
-    return std::nullopt;
-  const PDFPixelSize full{static_cast<std::size_t>(width), static_cast<std::size_t>(height)};
-  const std::size_t components = componentsOf(colorSpace);
-  if (components == 0 || full != size || full.width * full.height > mostPictureSamples / components)
-    return std::nullopt;
-  PDFSamples samples{smallestDecoded(full, least), components, {}};
+  const auto header = headerOf(codec.get(), jpeg, size);
+  if (!header) return std::nullopt;
+  const std::size_t components = componentsOf(header->colorSpace);
+  PDFSamples samples{smallestDecoded(size, least), components, {}};
   samples.bytes.resize(samples.size.width * samples.size.height * components);
   const int result =
       tjDecompress2(codec.get(), bytesOf(jpeg), jpeg.size(), reinterpret_cast<unsigned char*>(samples.bytes.data()),
@@ -127,30 +175,18 @@ std::string encodedJPEG(const PDFSamples& samples, int quality) {
   const int result = tjCompress2(codec.get(), bytesOf(samples.bytes), static_cast<int>(samples.size.width), 0,
                                  static_cast<int>(samples.size.height), pixelFormatOf(samples.components), &bytes,
                                  &count, subsampling, quality, TJFLAG_PROGRESSIVE);
-  const std::unique_ptr<unsigned char, Freeing> owner(bytes);
-  if (result != 0) throw std::runtime_error(tjGetErrorStr2(codec.get()));
-  return {reinterpret_cast<const char*>(bytes), count};
+  return taken(codec.get(), result, bytes, count);
 }
 
-PDFSamples reduced(PDFSamples samples, PDFPixelSize size) {
-  if (size == samples.size) return samples;
-  const std::size_t components = samples.components;
-  const std::vector<Share> columns = shares(samples.size.width, size.width);
-  PDFSamples result{size, components, {}};
-  result.bytes.reserve(size.width * size.height * components);
-  std::vector<float> row(size.width * components);
-  std::vector<float> sum(row.size());
-  const auto* const source = reinterpret_cast<const std::uint8_t*>(samples.bytes.data());
-  for (const Share& lines : shares(samples.size.height, size.height)) {
-    std::ranges::fill(sum, 0.5F);
-    for (std::size_t i = 0; i < lines.weights.size(); ++i) {
-      reduceRow(source + (lines.first + i) * samples.size.width * components, components, columns, row.data());
-      for (std::size_t j = 0; j < row.size(); ++j) sum[j] += lines.weights[i] * row[j];
-    }
-    for (const float value : sum)
-      result.bytes.push_back(static_cast<char>(static_cast<std::uint8_t>(std::min(value, 255.0F))));
-  }
-  return result;
+std::optional<PDFReducedJPEG> reducedJPEG(std::string_view jpeg, PDFPixelSize size, PDFPixelSize most, int quality) {
+  const Codec codec(tjInitDecompress());
+  if (!codec) throw std::bad_alloc();
+  const auto header = headerOf(codec.get(), jpeg, size);
+  if (!header || header->colorSpace != TJCS_YCbCr) return std::nullopt;
+  const PDFPixelSize target{std::min(size.width, most.width), std::min(size.height, most.height)};
+  auto planes = decodedPlanes(codec.get(), jpeg, *header, target);
+  if (!planes) return std::nullopt;
+  return PDFReducedJPEG{encodedPlanes(reducedPlanes(std::move(*planes), target), quality), target};
 }
 
 }  // namespace quirn::platform

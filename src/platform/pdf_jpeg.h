@@ -6,31 +6,18 @@
 
 #pragma once
 
-#include <cstddef>
 #include <optional>
 #include <string>
 #include <string_view>
 
+#include "platform/pdf_samples.h"
+
 namespace quirn::platform {
-
-struct PDFPixelSize {
-  std::size_t width = 0;
-  std::size_t height = 0;
-
-  bool operator==(const PDFPixelSize&) const = default;
-};
-
-// Interleaved samples of 8 bits, rows from the top without gaps.
-struct PDFSamples {
-  PDFPixelSize size;
-  std::size_t components = 0;
-  std::string bytes;
-};
 
 // A picture of more samples than this is left as it is.
 inline constexpr std::size_t mostPictureSamples = std::size_t{1} << 28;
 
-// Decodes a picture of `size`, at a half, a quarter or an eighth of it where that is still at least `least`, which
+// Decodes a picture of `size`, at a half, a quarter or an eighth of it where that is still plenty for `least`, which
 // costs much less. Nothing for one that is damaged, too large or of another size.
 std::optional<PDFSamples> decodedJPEG(std::string_view jpeg, PDFPixelSize size, PDFPixelSize least);
 
@@ -38,7 +25,13 @@ std::optional<PDFSamples> decodedJPEG(std::string_view jpeg, PDFPixelSize size, 
 // std::runtime_error.
 std::string encodedJPEG(const PDFSamples& samples, int quality);
 
-// Each new pixel is the mean of those that it covers. `size` is at most that of the samples.
-PDFSamples reduced(PDFSamples samples, PDFPixelSize size);
+// A picture of `size` with fewer pixels, at most `most` of them, coded anew: its brightness and colours are taken from
+// file to file as they are. Nothing for one that is damaged or too large, has another size, or has its colours in
+// another form than brightness and two differences. Throws as above.
+struct PDFReducedJPEG {
+  std::string jpeg;
+  PDFPixelSize size;
+};
+std::optional<PDFReducedJPEG> reducedJPEG(std::string_view jpeg, PDFPixelSize size, PDFPixelSize most, int quality);
 
 }  // namespace quirn::platform

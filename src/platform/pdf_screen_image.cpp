@@ -14,7 +14,8 @@
 namespace quirn::platform {
 namespace {
 
-constexpr int screenQuality = 75;
+// Quality 0.75: three quarters of the steps of the tables in ISO/IEC 10918-1, annex K, which the library numbers so.
+constexpr int screenQuality = 63;
 constexpr int deflateLevel = 9;
 // To code JPEG anew costs some of its quality; that must be worth something.
 constexpr double leastGainOfJPEG = 0.9;
@@ -82,15 +83,23 @@ std::optional<PDFSamples> decoded(const PDFStoredImage& image, PDFPixelSize leas
   return samples && samples->components == image.components ? samples : std::nullopt;
 }
 
-std::optional<PDFScreenImage> asJPEG(const PDFStoredImage& image, PDFPixelSize most) {
+std::optional<PDFReducedJPEG> coded(const PDFStoredImage& image, PDFPixelSize most) {
+  if (image.coding == PDFStoredImage::Coding::jpeg && image.components == 3) {
+    if (auto jpeg = reducedJPEG(image.bytes, image.size, most, screenQuality)) return jpeg;
+  }
   auto samples = decoded(image, most);
   if (!samples) return std::nullopt;
   const PDFPixelSize size = smallerOf(samples->size, most);
-  std::string jpeg = encodedJPEG(reduced(std::move(*samples), size), screenQuality);
-  const bool isSecondCoding = image.coding == PDFStoredImage::Coding::jpeg && size == image.size;
+  return PDFReducedJPEG{encodedJPEG(reduced(std::move(*samples), size), screenQuality), size};
+}
+
+std::optional<PDFScreenImage> asJPEG(const PDFStoredImage& image, PDFPixelSize most) {
+  auto result = coded(image, most);
+  if (!result) return std::nullopt;
+  const bool isSecondCoding = image.coding == PDFStoredImage::Coding::jpeg && result->size == image.size;
   const double gain = isSecondCoding ? leastGainOfJPEG : 1;
-  if (static_cast<double>(jpeg.size()) >= static_cast<double>(image.storedBytes) * gain) return std::nullopt;
-  return PDFScreenImage{PDFScreenImage::Coding::jpeg, std::move(jpeg), size, 8};
+  if (static_cast<double>(result->jpeg.size()) >= static_cast<double>(image.storedBytes) * gain) return std::nullopt;
+  return PDFScreenImage{PDFScreenImage::Coding::jpeg, std::move(result->jpeg), result->size, 8};
 }
 
 std::optional<PDFScreenImage> asDeflated(const PDFStoredImage& image) {

@@ -10,24 +10,107 @@
 #include <stdexcept>
 #include <string_view>
 
+#include "platform/loaded_library.h"
+
 namespace quirn::platform {
 namespace {
 
-template <auto Free>
-struct Freeing {
-  template <class Handle>
-  void operator()(Handle* handle) const {
-    Free(handle);
+// Pango and Cairo, opened when the first text is set: linked, they and the libraries behind them would add 5 ms to
+// every start of a worker, most of whose operations set no text.
+struct TextLibrary {
+  decltype(g_object_unref)* unreference = nullptr;
+  decltype(g_free)* free = nullptr;
+  decltype(g_utf8_make_valid)* makeValid = nullptr;
+  decltype(pango_font_description_new)* newFont = nullptr;
+  decltype(pango_font_description_free)* freeFont = nullptr;
+  decltype(pango_font_description_set_family)* setFamily = nullptr;
+  decltype(pango_font_description_set_absolute_size)* setSize = nullptr;
+  decltype(pango_font_description_set_weight)* setWeight = nullptr;
+  decltype(pango_cairo_create_layout)* newLayout = nullptr;
+  decltype(pango_layout_get_context)* contextOf = nullptr;
+  decltype(pango_cairo_context_set_resolution)* setResolution = nullptr;
+  decltype(pango_context_set_round_glyph_positions)* setGlyphRounding = nullptr;
+  decltype(pango_layout_set_font_description)* setFont = nullptr;
+  decltype(pango_layout_set_text)* setText = nullptr;
+  decltype(pango_layout_set_single_paragraph_mode)* setSingleParagraph = nullptr;
+  decltype(pango_layout_set_width)* setWidth = nullptr;
+  decltype(pango_layout_set_wrap)* setWrap = nullptr;
+  decltype(pango_layout_set_alignment)* setAlignment = nullptr;
+  decltype(pango_layout_set_auto_dir)* setAutoDirection = nullptr;
+  decltype(pango_layout_get_size)* sizeOf = nullptr;
+  decltype(pango_cairo_show_layout)* showLayout = nullptr;
+  decltype(cairo_pdf_surface_create_for_stream)* newSurface = nullptr;
+  decltype(cairo_surface_destroy)* freeSurface = nullptr;
+  decltype(cairo_pdf_surface_set_size)* setSurfaceSize = nullptr;
+  decltype(cairo_surface_finish)* finishSurface = nullptr;
+  decltype(cairo_surface_status)* surfaceStatus = nullptr;
+  decltype(cairo_create)* newDrawing = nullptr;
+  decltype(cairo_destroy)* freeDrawing = nullptr;
+  decltype(cairo_status)* statusOf = nullptr;
+  decltype(cairo_status_to_string)* statusText = nullptr;
+  decltype(cairo_move_to)* moveTo = nullptr;
+  decltype(cairo_set_source_rgba)* setColor = nullptr;
+  decltype(cairo_show_page)* showPage = nullptr;
+
+  // pangocairo brings the others along, and their functions are found through it.
+  TextLibrary() {
+    const LoadedLibrary library("libpangocairo-1.0.so.0");
+    library.find("g_object_unref", unreference);
+    library.find("g_free", free);
+    library.find("g_utf8_make_valid", makeValid);
+    library.find("pango_font_description_new", newFont);
+    library.find("pango_font_description_free", freeFont);
+    library.find("pango_font_description_set_family", setFamily);
+    library.find("pango_font_description_set_absolute_size", setSize);
+    library.find("pango_font_description_set_weight", setWeight);
+    library.find("pango_cairo_create_layout", newLayout);
+    library.find("pango_layout_get_context", contextOf);
+    library.find("pango_cairo_context_set_resolution", setResolution);
+    library.find("pango_context_set_round_glyph_positions", setGlyphRounding);
+    library.find("pango_layout_set_font_description", setFont);
+    library.find("pango_layout_set_text", setText);
+    library.find("pango_layout_set_single_paragraph_mode", setSingleParagraph);
+    library.find("pango_layout_set_width", setWidth);
+    library.find("pango_layout_set_wrap", setWrap);
+    library.find("pango_layout_set_alignment", setAlignment);
+    library.find("pango_layout_set_auto_dir", setAutoDirection);
+    library.find("pango_layout_get_size", sizeOf);
+    library.find("pango_cairo_show_layout", showLayout);
+    library.find("cairo_pdf_surface_create_for_stream", newSurface);
+    library.find("cairo_surface_destroy", freeSurface);
+    library.find("cairo_pdf_surface_set_size", setSurfaceSize);
+    library.find("cairo_surface_finish", finishSurface);
+    library.find("cairo_surface_status", surfaceStatus);
+    library.find("cairo_create", newDrawing);
+    library.find("cairo_destroy", freeDrawing);
+    library.find("cairo_status", statusOf);
+    library.find("cairo_status_to_string", statusText);
+    library.find("cairo_move_to", moveTo);
+    library.find("cairo_set_source_rgba", setColor);
+    library.find("cairo_show_page", showPage);
   }
 };
-using Surface = std::unique_ptr<cairo_surface_t, Freeing<&cairo_surface_destroy>>;
-using Drawing = std::unique_ptr<cairo_t, Freeing<&cairo_destroy>>;
-using Layout = std::unique_ptr<PangoLayout, Freeing<&g_object_unref>>;
-using FontDescription = std::unique_ptr<PangoFontDescription, Freeing<&pango_font_description_free>>;
-using Text = std::unique_ptr<char, Freeing<&g_free>>;
+
+const TextLibrary& library() {
+  static const TextLibrary loaded;
+  return loaded;
+}
+
+struct Freeing {
+  void operator()(cairo_surface_t* surface) const { library().freeSurface(surface); }
+  void operator()(cairo_t* drawing) const { library().freeDrawing(drawing); }
+  void operator()(PangoLayout* layout) const { library().unreference(layout); }
+  void operator()(PangoFontDescription* font) const { library().freeFont(font); }
+  void operator()(char* text) const { library().free(text); }
+};
+using Surface = std::unique_ptr<cairo_surface_t, Freeing>;
+using Drawing = std::unique_ptr<cairo_t, Freeing>;
+using Layout = std::unique_ptr<PangoLayout, Freeing>;
+using FontDescription = std::unique_ptr<PangoFontDescription, Freeing>;
+using Text = std::unique_ptr<char, Freeing>;
 
 void check(cairo_status_t status) {
-  if (status != CAIRO_STATUS_SUCCESS) throw std::runtime_error(cairo_status_to_string(status));
+  if (status != CAIRO_STATUS_SUCCESS) throw std::runtime_error(library().statusText(status));
 }
 
 cairo_status_t append(void* text, const unsigned char* bytes, unsigned int count) {
@@ -36,11 +119,10 @@ cairo_status_t append(void* text, const unsigned char* bytes, unsigned int count
 }
 
 FontDescription fontOf(const PDFText& text) {
-  FontDescription font(pango_font_description_new());
-  pango_font_description_set_family(font.get(), text.family.c_str());
-  pango_font_description_set_absolute_size(font.get(), text.size * PANGO_SCALE);
-  pango_font_description_set_weight(font.get(),
-                                    text.weight == PDFText::Weight::bold ? PANGO_WEIGHT_BOLD : PANGO_WEIGHT_NORMAL);
+  FontDescription font(library().newFont());
+  library().setFamily(font.get(), text.family.c_str());
+  library().setSize(font.get(), text.size * PANGO_SCALE);
+  library().setWeight(font.get(), text.weight == PDFText::Weight::bold ? PANGO_WEIGHT_BOLD : PANGO_WEIGHT_NORMAL);
   return font;
 }
 
@@ -54,21 +136,21 @@ PangoAlignment alignmentOf(PDFText::Alignment alignment) {
 }
 
 Layout layoutOf(cairo_t* drawing, const PDFText& text) {
-  Layout layout(pango_cairo_create_layout(drawing));
-  PangoContext* const context = pango_layout_get_context(layout.get());
-  pango_cairo_context_set_resolution(context, 72);
-  pango_context_set_round_glyph_positions(context, FALSE);
-  pango_layout_set_font_description(layout.get(), fontOf(text).get());
+  Layout layout(library().newLayout(drawing));
+  PangoContext* const context = library().contextOf(layout.get());
+  library().setResolution(context, 72);
+  library().setGlyphRounding(context, FALSE);
+  library().setFont(layout.get(), fontOf(text).get());
   const std::string_view shown = std::string_view(text.text).substr(0, PDFTypesetter::mostBytes);
-  const Text valid(g_utf8_make_valid(shown.data(), static_cast<gssize>(shown.size())));
-  pango_layout_set_text(layout.get(), valid.get(), -1);
-  pango_layout_set_single_paragraph_mode(layout.get(), text.wrapWidth ? FALSE : TRUE);
+  const Text valid(library().makeValid(shown.data(), static_cast<gssize>(shown.size())));
+  library().setText(layout.get(), valid.get(), -1);
+  library().setSingleParagraph(layout.get(), text.wrapWidth ? FALSE : TRUE);
   if (text.wrapWidth) {
-    pango_layout_set_width(layout.get(), static_cast<int>(*text.wrapWidth * PANGO_SCALE));
-    pango_layout_set_wrap(layout.get(), PANGO_WRAP_WORD_CHAR);
-    pango_layout_set_alignment(layout.get(), alignmentOf(text.alignment));
+    library().setWidth(layout.get(), static_cast<int>(*text.wrapWidth * PANGO_SCALE));
+    library().setWrap(layout.get(), PANGO_WRAP_WORD_CHAR);
+    library().setAlignment(layout.get(), alignmentOf(text.alignment));
     // Alignment is a choice of the person's here, whichever way the text runs.
-    pango_layout_set_auto_dir(layout.get(), FALSE);
+    library().setAutoDirection(layout.get(), FALSE);
   }
   return layout;
 }
@@ -76,7 +158,7 @@ Layout layoutOf(cairo_t* drawing, const PDFText& text) {
 PDFTextExtent extentOf(PangoLayout* layout, const PDFText& text) {
   int width = 0;
   int height = 0;
-  pango_layout_get_size(layout, &width, &height);
+  library().sizeOf(layout, &width, &height);
   return {text.wrapWidth.value_or(static_cast<double>(width) / PANGO_SCALE), static_cast<double>(height) / PANGO_SCALE};
 }
 
@@ -84,12 +166,12 @@ PDFTextExtent extentOf(PangoLayout* layout, const PDFText& text) {
 
 struct PDFTypesetter::State {
   std::string pdf;
-  Surface surface{cairo_pdf_surface_create_for_stream(&append, &pdf, 1, 1)};
-  Drawing drawing{cairo_create(surface.get())};
+  Surface surface{library().newSurface(&append, &pdf, 1, 1)};
+  Drawing drawing{library().newDrawing(surface.get())};
 };
 
 PDFTypesetter::PDFTypesetter() : state_(std::make_unique<State>()) {
-  check(cairo_status(state_->drawing.get()));
+  check(library().statusOf(state_->drawing.get()));
 }
 
 PDFTypesetter::~PDFTypesetter() = default;
@@ -103,18 +185,18 @@ PDFTextExtent PDFTypesetter::add(const PDFText& text) {
   const Layout layout = layoutOf(drawing, text);
   const PDFTextExtent extent = extentOf(layout.get(), text);
   const double room = margin * text.size;
-  cairo_pdf_surface_set_size(state_->surface.get(), extent.width + 2 * room, extent.height + 2 * room);
-  cairo_move_to(drawing, room, room);
-  cairo_set_source_rgba(drawing, text.color.red, text.color.green, text.color.blue, text.opacity);
-  pango_cairo_show_layout(drawing, layout.get());
-  cairo_show_page(drawing);
-  check(cairo_status(drawing));
+  library().setSurfaceSize(state_->surface.get(), extent.width + 2 * room, extent.height + 2 * room);
+  library().moveTo(drawing, room, room);
+  library().setColor(drawing, text.color.red, text.color.green, text.color.blue, text.opacity);
+  library().showLayout(drawing, layout.get());
+  library().showPage(drawing);
+  check(library().statusOf(drawing));
   return extent;
 }
 
 std::string PDFTypesetter::finish() {
-  cairo_surface_finish(state_->surface.get());
-  check(cairo_surface_status(state_->surface.get()));
+  library().finishSurface(state_->surface.get());
+  check(library().surfaceStatus(state_->surface.get()));
   return std::move(state_->pdf);
 }
 

@@ -7,6 +7,7 @@
 #include <string_view>
 #include <utility>
 
+#include "platform/pdf_annotation_border.h"
 #include "platform/pdf_content_scanner.h"
 
 namespace quirn::platform {
@@ -45,9 +46,12 @@ std::string baseFontOf(Object fonts, const std::string& name) {
 
 // The largest size from `size` down at which the text keeps within the rectangle.
 double fittingSize(const PDFTextForms& forms, PDFText text, const PDFRectangle& rectangle, double size) {
-  for (text.size = size; text.size > leastSize; text.size *= 0.9) {
+  for (text.size = size; text.size > leastSize;) {
     const PDFTextExtent extent = forms.measure(text);
-    if (extent.width <= rectangle.width() && extent.height <= rectangle.height()) break;
+    const double room = std::min(rectangle.width() / extent.width, rectangle.height() / extent.height);
+    if (!(room < 1)) break;
+    // A line grows with its letters; where paragraphs will break isn't known.
+    text.size *= text.wrapWidth ? 0.9 : std::min(room, 0.99);
   }
   return std::max(text.size, leastSize);
 }
@@ -86,12 +90,14 @@ void drawText(PDFDrawing& drawing, PDFTextForms& forms, PDFText text, const PDFR
   if (text.text.empty() || rectangle.isEmpty()) return;
   const bool isLine = flow == PDFTextFlow::line;
   if (!isLine) text.wrapWidth = rectangle.width();
-  const double first = isLine ? std::min(rectangle.height() * 0.75, usualSize) : usualSize;
+  // As other viewers have it: a line grows with its field, paragraphs don't.
+  const double first = isLine ? rectangle.height() * 0.8 : usualSize;
   if (text.size == 0) text.size = fittingSize(forms, text, rectangle, first);
   const PDFTextForms::Form form = forms.add(text);
   const double left = isLine ? leftOf(text.alignment, rectangle, form.extent.width) : rectangle.left;
   const double bottom = isLine ? rectangle.midY() - form.extent.height / 2 : rectangle.top - form.extent.height;
-  drawing.beginClip(rectangle);
+  // Letters may touch the edge, and painters round outwards.
+  drawing.beginClip(inset(rectangle, -1));
   drawing.form(form.object, PDFMatrix::translation(left, bottom));
   drawing.endClip();
 }

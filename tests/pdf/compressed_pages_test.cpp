@@ -87,6 +87,7 @@ const Row rows[] = {
      "36 0 0 36 0 0 cm /I0 Do",
      "",
      "image 75x75 rgb jpeg; "},
+    {"and no more of them", {rgb(300, 300)}, "36.1 0 0 36.47 0 0 cm /I0 Do", "", "image 75x75 rgb jpeg; "},
     {"one that is turned, too", {rgb(300, 300)}, "0 36 -36 0 0 0 cm /I0 Do", "", "image 75x75 rgb jpeg; "},
     {"scales are taken together",
      {rgb(300, 300)},

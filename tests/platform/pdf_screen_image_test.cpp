@@ -57,6 +57,32 @@ TEST(PDFScreenImage, KeepsTheSamplesOfEveryComponent) {
   }
 }
 
+// Red and white above green and blue, of a size that halves badly.
+TEST(PDFScreenImage, KeepsColorsInPlaceFromJPEGToJPEG) {
+  const std::string colors[] = {"\xE0\x20\x20", "\xF0\xF0\xF0", "\x20\xC0\x20", "\x20\x20\xE0"};
+  PDFSamples quarters{{301, 203}, 3, {}};
+  for (std::size_t y = 0; y < 203; ++y) {
+    for (std::size_t x = 0; x < 301; ++x) quarters.bytes += colors[(y < 101 ? 0 : 2) + (x < 150 ? 0 : 1)];
+  }
+  const std::string jpeg = encodedJPEG(quarters, 95);
+  for (const PDFPixelSize size : {PDFPixelSize{301, 203}, PDFPixelSize{151, 101}, PDFPixelSize{43, 29}}) {
+    const auto screen = screenImage({PDFStoredImage::Coding::jpeg, jpeg, 1 << 20, {301, 203}, 3}, size);
+    ASSERT_TRUE(screen);
+    ASSERT_EQ(screen->size, size);
+    const auto found = decodedJPEG(screen->bytes, size, size);
+    ASSERT_TRUE(found);
+    // Pixels beside the middle, and at the far corner.
+    for (std::size_t quarter = 0; quarter < 4; ++quarter) {
+      const std::size_t x = quarter % 2 == 0 ? size.width / 2 - 3 : size.width / 2 + 3;
+      const std::size_t y = quarter < 2 ? size.height / 2 - 3 : size.height - 1;
+      for (std::size_t i = 0; i < 3; ++i)
+        EXPECT_NEAR(static_cast<unsigned char>(found->bytes[(y * size.width + x) * 3 + i]),
+                    static_cast<unsigned char>(colors[quarter][i]), 24)
+            << size.width << " " << quarter << " " << i;
+    }
+  }
+}
+
 TEST(PDFScreenImage, IsLeftAloneWhereItWouldGrow) {
   PDFStoredImage image = photo(64, 64, 3);
   image.storedBytes = 40;
