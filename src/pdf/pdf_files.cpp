@@ -26,17 +26,8 @@ OperationError readError(const PDFError& error, const InputFile& input) {
   return OperationError::readFailed(input.url, "Not a readable PDF");
 }
 
-void guardedRead(const InputFile& input, const std::function<void()>& work) {
-  try {
-    work();
-  } catch (const PDFError& error) {
-    throw readError(error, input);
-  }
-}
-
 PDFDocument openPDF(const InputFile& input, OperationContext& context) {
-  PDFDocument document;
-  guardedRead(input, [&] { document = PDFDocument(context.open(input).takeFile()); });
+  PDFDocument document = guardedRead(input, [&] { return PDFDocument(context.open(input).takeFile()); });
   if (std::cmp_greater(document.pageCount(), limitOf(Budget::pages))) throw breachOf(Budget::pages, input.fileName());
   return document;
 }

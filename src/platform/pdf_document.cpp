@@ -129,11 +129,7 @@ std::optional<PDFRectangle> rectangleOf(QPDFObjectHandle object) {
   return box.width() > 0 && box.height() > 0 ? std::optional(box) : std::nullopt;
 }
 
-PDFDocument::PDFDocument() : internals_(std::make_unique<Internals>()) {
-  internals_->qpdf = std::make_unique<QPDF>();
-  internals_->qpdf->setSuppressWarnings(true);
-  internals_->qpdf->emptyPDF();
-}
+PDFDocument::PDFDocument(std::unique_ptr<Internals> internals) : internals_(std::move(internals)) {}
 
 PDFDocument::PDFDocument(ReadableFile file, const std::string& password) : internals_(std::make_unique<Internals>()) {
   internals_->source = std::make_shared<PDFSource>(std::move(file));

@@ -60,8 +60,6 @@ struct PDFBookmark {
 
 class PDFDocument {
  public:
-  // A document without pages.
-  PDFDocument();
   // Takes the file over, and reads it again whenever it needs to. `password` may be the user's or the owner's. Throws
   // PDFError.
   explicit PDFDocument(ReadableFile file, const std::string& password = {});
@@ -109,6 +107,7 @@ class PDFDocument {
 
   // What sources of platform/ know of it: pdf_internal.h.
   struct Internals;
+  explicit PDFDocument(std::unique_ptr<Internals> internals);
   Internals& internals() const { return *internals_; }
 
  private:

@@ -22,7 +22,7 @@
 namespace quirn::platform {
 
 struct PDFDocument::Internals {
-  std::shared_ptr<PDFSource> source;  // null for a document that was made here
+  std::shared_ptr<PDFSource> source;  // null for a document that is in memory
   // New for every attempt to open; null while the document is locked.
   std::unique_ptr<QPDF> qpdf;
   std::unique_ptr<PDFRawObjects> raw;   // of a document from a file whose pages are as they stand in it
