@@ -17,6 +17,7 @@ using platform::PDFError;
 OperationError readError(const PDFError& error, const InputFile& input) {
   switch (error.kind()) {
     case PDFError::Kind::tooDeep: return breachOf(Budget::nesting, input.fileName());
+    case PDFError::Kind::tooLarge: return breachOf(Budget::bytesOutPerByteIn, input.fileName());
     case PDFError::Kind::readFailed:
       return OperationError::readFailed(input.url,
                                         fmt::format("Read failed partway through the file. {}", error.what()));

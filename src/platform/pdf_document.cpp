@@ -10,6 +10,7 @@
 #include <utility>
 
 #include "platform/file_descriptor.h"
+#include "platform/pdf_flate_filter.h"
 #include "platform/pdf_internal.h"
 #include "platform/pdf_library.h"
 #include "platform/pdf_page_content.h"
@@ -22,6 +23,7 @@ constexpr PDFRectangle usLetter{.left = 0, .bottom = 0, .right = 612, .top = 792
 
 // Null if the password doesn't open the file.
 std::unique_ptr<QPDF> opened(const std::shared_ptr<PDFSource>& source, const std::string& password) {
+  boundFlateStreams();
   auto qpdf = std::make_unique<QPDF>();
   qpdf->setSuppressWarnings(true);
   try {
@@ -51,6 +53,8 @@ void PDFDocument::Internals::guarded(PDFError::Kind kind, const std::function<vo
     throw;
   } catch (const std::bad_alloc&) {
     throw;
+  } catch (const PDFStreamTooLarge&) {
+    throw PDFError(PDFError::Kind::tooLarge, "a stream");
   } catch (const std::exception& error) {
     checkSource();
     throw PDFError(kind, error.what());

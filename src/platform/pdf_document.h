@@ -31,6 +31,7 @@ class PDFError final : public std::runtime_error {
   enum class Kind {
     unreadable,   // no PDF, or one that is damaged beyond repair
     tooDeep,      // its pages are nested deeper than they are followed
+    tooLarge,     // its tables of objects expand far beyond what is stored
     readFailed,   // the file system's fault
     writeFailed,  // the file system's fault, or an object that can't be written
   };

@@ -14,6 +14,7 @@
 #include <utility>
 #include <vector>
 
+#include "platform/pdf_flate_filter.h"
 #include "platform/pdf_internal.h"
 
 namespace quirn::platform {
@@ -99,6 +100,7 @@ PDFDocument salvagedPDF(std::string bytes) {
   bytes = "%PDF-1.7\n" + bytes + catalogOf(found);
   auto internals = std::make_unique<PDFDocument::Internals>();
   internals->guarded(PDFError::Kind::unreadable, [&] {
+    boundFlateStreams();
     internals->qpdf = std::make_unique<QPDF>();
     internals->qpdf->setSuppressWarnings(true);
     internals->qpdf->processInputSource(std::make_shared<BufferInputSource>("salvaged", bytes));
