@@ -23,8 +23,13 @@ PDFObjectCopier::PDFObjectCopier(const PDFDocument::Internals& source, Pages pag
   }
 }
 
+std::uint64_t PDFObjectCopier::keyOf(PDFReference reference) {
+  return std::uint64_t{static_cast<std::uint32_t>(reference.number)} << 32 |
+         static_cast<std::uint32_t>(reference.generation);
+}
+
 int PDFObjectCopier::numberOf(PDFReference reference) {
-  const auto [found, isNew] = numbers_.try_emplace(reference.number, 0);
+  const auto [found, isNew] = numbers_.try_emplace(keyOf(reference), 0);
   if (!isNew) return found->second;
   if (pages_ == Pages::assigned && source_.pageTree.contains(reference.number)) return 0;
   found->second = writer_.reserve();
@@ -33,7 +38,7 @@ int PDFObjectCopier::numberOf(PDFReference reference) {
 }
 
 bool PDFObjectCopier::isCopied(QPDFObjGen object) const {
-  const auto found = numbers_.find(object.getObj());
+  const auto found = numbers_.find(keyOf({object.getObj(), object.getGen()}));
   return found != numbers_.end() && found->second != 0;
 }
 

@@ -18,6 +18,7 @@ namespace {
 using Object = QPDFObjectHandle;
 
 constexpr std::size_t deepestPage = 100;  // levels of the page tree
+constexpr int mostCopies = 10'000;        // of pages that are listed again
 
 // Told by its bytes, since most pages of most documents are never looked at any closer.
 bool isPageBelow(Object parent, PDFRawObjects& objects, Object node) {
@@ -92,6 +93,7 @@ class PageSearch {
       regret();
     } else if (!isNew || !(isOfType(node, isPage ? "/Page" : "/Pages") || node.getKey("/Type").isNull())) {
       // A page by its place, and something else by another.
+      if (++copies_ > mostCopies) throw PDFError(PDFError::Kind::unreadable, "pages listed again and again");
       node = qpdf_.makeIndirectObject(node.shallowCopy());
       regret();
     }
@@ -137,6 +139,7 @@ class PageSearch {
   PDFRawObjects* raw_;
   PDFPageTree tree_;
   std::vector<Level> levels_;
+  int copies_ = 0;
 };
 
 }  // namespace

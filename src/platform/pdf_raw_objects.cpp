@@ -42,6 +42,11 @@ std::vector<std::pair<int, std::size_t>> readHead(std::string_view head, std::si
 PDFRawObjects::PDFRawObjects(QPDF& qpdf, PDFSource& source)
     : qpdf_(qpdf), source_(source), isEncrypted_(qpdf.isEncrypted()) {
   for (const auto& [name, entry] : qpdf.getXRefTable()) {
+    // A number that was freed and taken again is of a later generation, and what it named before is gone (7.5.4). The
+    // library keeps both.
+    if (const auto before = entries_.find(name.getObj()); before != entries_.end()) {
+      qpdf.replaceObject(name.getObj(), before->second.generation, QPDFObjectHandle::newNull());
+    }
     const bool isContained = entry.getType() == 2;
     entries_[name.getObj()] = {.generation = name.getGen(),
                                .offset = isContained ? entry.getObjStreamIndex() : entry.getOffset(),
