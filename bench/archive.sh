@@ -78,12 +78,12 @@ compare 'extract the .tar.gz' -- "${run[@]}" archive.tar-extract tree.tar.gz \
   -- 'tar -xz' 1 tar -xzf tree.tar.gz -C '{fresh}' -- 'bsdtar -x' 1 bsdtar -xf tree.tar.gz -C '{fresh}'
 compare 'gzip a log of 200 MB' -- "${run[@]}" archive.gzip log.txt \
   -- 'gzip -6' 2.3 sh -c 'gzip -6c log.txt >"$0"/log.gz' '{fresh}' \
-  -- 'pigz -p2' 1.8 sh -c 'pigz -p2c log.txt >"$0"/log.gz' '{fresh}' \
-  -- 'libdeflate-gzip' 1 sh -c 'libdeflate-gzip -6c log.txt >"$0"/log.gz' '{fresh}'
+  -- 'pigz -p2' 1.8 sh -c 'pigz -p2 -c log.txt >"$0"/log.gz' '{fresh}' \
+  -- 'libdeflate-gzip' 1 sh -c 'libdeflate-gzip -6 -c log.txt >"$0"/log.gz' '{fresh}'
 compare 'gunzip it' -- "${run[@]}" archive.gzip log.txt.gz \
   -- 'gzip -d' 1.9 sh -c 'gzip -dc log.txt.gz >"$0"/log' '{fresh}' \
   -- 'libdeflate' 1 sh -c 'libdeflate-gunzip -c log.txt.gz >"$0"/log' '{fresh}' \
-  -- 'igzip -d' 0.9 sh -c 'igzip -dc log.txt.gz >"$0"/log' '{fresh}'
+  -- 'igzip -d' 0.9 sh -c 'igzip -d -c log.txt.gz >"$0"/log' '{fresh}'
 compare 'inspect a ZIP of 100,000 entries' -- "${run[@]}" archive.zip-inspect many.zip \
   -- 'unzip -l' 3 unzip -l many.zip -- '7z l' 3 7z l many.zip
 

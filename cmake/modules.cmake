@@ -7,10 +7,10 @@ add_compile_definitions("QUIRN_MODULE_FOLDER=\"${QUIRN_MODULE_FOLDER}\"")
 
 # quirn_module(NAME SOURCES source... [LINKS library...] [BESIDE program])
 #
-# The shared module libquirn-NAME.so, which workers load: code that stands on a heavy library, and
-# the operations that need it. Tests and fuzzers link the code itself, quirn_code_NAME. It has the layers below from the program that loads it, so there is
-# one of each. Called before the layers, whose folders may hold SOURCES: they leave those out.
-# Built into the folder of the program; installed, unless it says beside which other it belongs.
+# The shared module libquirn-NAME.so, which workers load: code that stands on a heavy library, and the operations that
+# need it. Tests and fuzzers link the code itself, quirn_code_NAME. It has the layers below from the program that loads
+# it, so there is one of each. Called before the layers, whose folders may hold SOURCES: they leave those out. Built into
+# the folder of the program; installed, unless it says beside which other it belongs.
 function(quirn_module name)
   cmake_parse_arguments(PARSE_ARGV 1 module "" "BESIDE" "SOURCES;LINKS")
   list(TRANSFORM module_SOURCES PREPEND "${PROJECT_SOURCE_DIR}/")

@@ -93,10 +93,10 @@ class NullOperation final : public QuirnOperation {
 };
 
 void takeAll(box::Grant& grant, std::string_view bytes) {
-  while (!bytes.empty()) {
+  while (!bytes.empty() && !grant.hasEnded()) {
     const std::size_t length = static_cast<unsigned char>(bytes.front());
     bytes.remove_prefix(1);
-    grant.take(bytes.substr(0, length), [](const box::MessageWriter&, int) {});
+    grant.take(bytes.substr(0, length), [](const box::MessageWriter&, std::span<const int>) {});
     grant.checkOutputs();
     bytes.remove_prefix(std::min(length, bytes.size()));
   }

@@ -58,14 +58,16 @@ void compareFiles(const std::filesystem::path& program, const std::vector<InputF
 int main(int argc, char** argv) {
   const std::vector<std::string> words(argv + 1, argv + argc);
   const std::vector<std::filesystem::path> files(words.begin() + 3, words.end());
+  const Placement placement = words[0] == "here" ? Placement::inProcess : Placement::boxed;
+  const OperationType type = OperationType::of<HashFilesOperation>().placedIn(placement);
+  box::Box box(words[1]);
+  if (words[0] != "files") box.prepare(type, std::ssize(files));
   const std::vector<InputFile> inputs = takeIn(files).files;
   LocalContext context(std::ssize(inputs), words[2]);
   if (words[0] == "files") {
     compareFiles(words[1], inputs, context);
   } else {
-    const Placement placement = words[0] == "boxed" ? Placement::boxed : Placement::inProcess;
-    box::Box box(words[1]);
-    box.run(OperationType::of<HashFilesOperation>().placedIn(placement), inputs, nullptr, context);
+    box.run(type, inputs, nullptr, context);
   }
   context.finish();
 }

@@ -30,11 +30,22 @@ class ByteReader {
   std::uint32_t read32() { return static_cast<std::uint32_t>(readNumber(4)); }
   std::uint64_t read64() { return readNumber(8); }
   // A view of the next `count` bytes.
-  std::span<const std::byte> read(std::uint64_t count);
+  std::span<const std::byte> read(std::uint64_t count) {
+    if (count > left()) overrun();
+    const auto run = bytes_.subspan(position_, static_cast<std::size_t>(count));
+    position_ += run.size();
+    return run;
+  }
   void skip(std::uint64_t count) { read(count); }
 
  private:
-  std::uint64_t readNumber(std::size_t size);
+  [[noreturn]] void overrun();
+  std::uint64_t readNumber(std::size_t size) {
+    const auto run = read(size);
+    std::uint64_t number = 0;
+    for (std::size_t i = size; i-- > 0;) number = number << 8 | std::to_integer<std::uint64_t>(run[i]);
+    return number;
+  }
 
   std::span<const std::byte> bytes_;
   std::size_t position_;

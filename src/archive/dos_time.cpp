@@ -26,7 +26,7 @@ DosTime dosTimeOf(std::chrono::sys_seconds instant, const platform::TimeZone& zo
   const platform::CivilTime local = platform::civilTimeAt(seconds + zone.periodAt(seconds).offsetSeconds);
   constexpr DosTime last{.date = 127 << 9 | 12 << 5 | 31, .time = 23 << 11 | 59 << 5 | 29};
   if (local.year > lastYear) return last;
-  const std::int64_t year = std::clamp(local.year, firstYear, lastYear) - firstYear;
+  const std::int64_t year = std::max(local.year, firstYear) - firstYear;
   return {static_cast<std::uint16_t>(year << 9 | local.month << 5 | local.day),
           static_cast<std::uint16_t>(local.hour << 11 | local.minute << 5 | local.second / 2)};
 }

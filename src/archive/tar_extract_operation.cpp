@@ -3,14 +3,13 @@
 
 #include "archive/tar_extract_operation.h"
 
-#include <algorithm>
 #include <string>
+#include <utility>
 
 #include "archive/extraction.h"
-#include "archive/gzip.h"
 #include "archive/gzip_reader.h"
-#include "archive/tar.h"
-#include "platform/bytes.h"
+#include "archive/tar_walk.h"
+#include "platform/readable_file.h"
 
 namespace quirn {
 namespace {
@@ -33,26 +32,17 @@ std::string stemOf(const InputFile& input) {
   return hasMore ? stem.substr(0, stem.size() - extension.size()) : stem;
 }
 
-// Empty where the archive breaks off inside of it.
-std::span<const std::byte> dataOf(const TarEntry& entry, std::span<const std::byte> bytes) {
-  const auto begin = static_cast<std::size_t>(entry.dataOffset);
-  return entry.size > bytes.size() - begin ? bytes.first(0)
-                                           : bytes.subspan(begin, static_cast<std::size_t>(entry.size));
-}
-
-void writeFile(const TarEntry& entry, std::span<const std::byte> data, Extraction& extraction) {
-  constexpr std::size_t largestWhole = 8 << 20;
-  if (data.size() <= largestWhole) {
-    extraction.writeFile(entry.name, data, std::nullopt);
-    return;
-  }
-  extraction.writeFile(entry.name, std::nullopt, [=](const Extraction::Write& write) {
-    for (auto left = data; !left.empty(); left = left.subspan(std::min(left.size(), largestWhole)))
-      write(left.first(std::min(left.size(), largestWhole)));
+// Empty where the archive breaks off inside of the data.
+void writeFile(const TarEntry& entry, TarWalk& walk, Extraction& extraction) {
+  constexpr std::size_t largestHeld = 8 << 20;
+  if (!walk.isWhole()) return extraction.writeFile(entry.name, {}, std::nullopt);
+  if (entry.size <= largestHeld) return extraction.writeFile(entry.name, walk.readAll(), std::nullopt);
+  extraction.writeFile(entry.name, std::nullopt, [&](const Extraction::Write& write) {
+    for (auto piece = walk.read(largestHeld); !piece.empty(); piece = walk.read(largestHeld)) write(piece);
   });
 }
 
-void extract(const TarEntry& entry, std::span<const std::byte> bytes, Extraction& extraction) {
+void extract(const TarEntry& entry, TarWalk& walk, Extraction& extraction) {
   if (isLitter(entry.name)) return;
   if (entry.isDirectory) {
     extraction.makeFolder(entry.name);
@@ -64,16 +54,28 @@ void extract(const TarEntry& entry, std::span<const std::byte> bytes, Extraction
     extraction.makeLink(entry.name, entry.linkName);
     return;
   }
-  writeFile(entry, dataOf(entry, bytes), extraction);
+  writeFile(entry, walk, extraction);
 }
 
-OutputFile extractAll(const InputFile& input, std::span<const std::byte> bytes, OperationContext& context) {
-  const std::vector<TarEntry> entries = listTarEntries(bytes);
-  if (entries.empty()) throw OperationError::unsupportedInput("Not a readable TAR archive.");
+OutputFile extractAll(const InputFile& input, TarWalk walk, OperationContext& context) {
+  auto entry = walk.next();
+  if (!entry) throw OperationError::unsupportedInput("Not a readable TAR archive.");
   Extraction extraction(input, stemOf(input), context);
   return extraction.run([&] {
-    for (const TarEntry& entry : entries) extract(entry, bytes, extraction);
+    for (; entry; entry = walk.next()) extract(*entry, walk, extraction);
   });
+}
+
+// Expanded twice: a damaged stream is found before anything is made, and memory holds none of it.
+std::uint64_t expandedSize(const platform::MappedFile& file, OperationContext& context) {
+  std::uint64_t size = 0;
+  const bool isSound = gunzip(file, [&](std::span<const std::byte> bytes) {
+    context.checkCancellation();
+    platform::ReadableFile::countRead();
+    size += bytes.size();
+  });
+  if (!isSound) throw OperationError::unsupportedInput("Couldn't decompress the gzip stream.");
+  return size;
 }
 
 }  // namespace
@@ -99,10 +101,14 @@ OutputFile TarExtractOperation::processFile(const InputFile& input, OperationCon
   context.checkCancellation();
   const InputHandle file = context.open(input);
   const platform::MappedFile mapped = file.map();
-  if (!isGzipped(input)) return extractAll(input, mapped.bytes(), context);
-  const auto tar = gzipDecompress(mapped.bytes(), gzipOutputLimit);
-  if (!tar) throw OperationError::unsupportedInput("Couldn't decompress the gzip stream.");
-  return extractAll(input, *tar, context);
+  if (!isGzipped(input)) {
+    const auto archive = mapped.bytes();
+    return extractAll(input, TarWalk(sourceOver(archive), archive.size()), context);
+  }
+  const std::uint64_t size = expandedSize(mapped, context);
+  GzipReader reader(mapped);
+  const auto read = [&](std::size_t most) { return reader.read(most).value_or(std::span<const std::byte>()); };
+  return extractAll(input, TarWalk(read, size), context);
 }
 
 }  // namespace quirn

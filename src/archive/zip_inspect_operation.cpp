@@ -28,6 +28,12 @@ std::string sizeText(std::uint64_t bytes) {
   return byteCountText(static_cast<std::int64_t>(std::min(bytes, mostBytes)));
 }
 
+std::string column(std::string text) {
+  constexpr std::size_t width = 12;
+  text.resize(width, ' ');
+  return text;
+}
+
 class Report {
  public:
   explicit Report(const InputFile& archive) {
@@ -42,8 +48,11 @@ class Report {
     total_ = saturatedSum(total_, entry.uncompressedSize);
     compressed_ = saturatedSum(compressed_, entry.compressedSize);
     if (entry.isEncrypted) ++encryptedCount_;
-    line("{:<12.12}{:<12.12}{}{}", sizeText(entry.uncompressedSize), sizeText(entry.compressedSize),
-         entry.isEncrypted ? "🔒 " : "", platform::displayText(entry.name));
+    text_ += column(sizeText(entry.uncompressedSize));
+    text_ += column(sizeText(entry.compressedSize));
+    if (entry.isEncrypted) text_ += "🔒 ";
+    text_ += platform::displayText(entry.name);
+    text_ += '\n';
   }
 
   std::string finished() && {

@@ -79,6 +79,7 @@ class RunCommand {
   int run() {
     if (!type_.isBuilt()) return reportUnbuilt();
     try {
+      box::Box::shared().prepare(type_, std::ssize(arguments_.files));
       Intake intake = inputsFor(type_, arguments_.files);
       const OperationResult result = resultOn(std::move(intake.files));
       return report(withUnreadable(result, std::move(intake.unreadable)));

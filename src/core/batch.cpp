@@ -19,6 +19,8 @@
 namespace quirn {
 namespace {
 
+using Clock = std::chrono::steady_clock;
+
 struct Failed {
   FileFailure failure;
   std::optional<OperationError> error;
@@ -35,14 +37,34 @@ Failed failed(const InputFile& input, std::optional<OperationError> error) {
   return {{platform::Uuid::random(), input.fileName(), std::move(message)}, std::move(error)};
 }
 
-// The child tasks of one batch. Each processes a file, and on its end begins with the next one, so
+// How many files a child takes next.
+class Pace {
+ public:
+  explicit Pace(const Grouping& grouping) : grouping_(grouping) {}
+
+  std::int64_t files() const { return files_; }
+
+  // `count` files have been processed since `began`.
+  void learn(std::int64_t count, Clock::time_point began) {
+    const Clock::duration perFile = (Clock::now() - began) / count;
+    const std::int64_t inTime = grouping_.time / std::max(perFile, Clock::duration(1));
+    files_ = std::clamp<std::int64_t>(std::min(inTime, 2 * files_), 1, grouping_.mostFiles);
+  }
+
+ private:
+  const Grouping& grouping_;
+  std::int64_t files_ = 1;
+};
+
+// The child tasks of one batch. Each processes some files, and on their end begins with the next, so
 // that the window slides without waiting for the driver.
 class Children {
  public:
-  Children(std::span<const InputFile> inputs, OperationContext& context, const FileWorker& worker)
-      : inputs_(inputs), context_(context), worker_(worker) {
+  Children(std::span<const InputFile> inputs, OperationContext& context, const GroupWorker& worker,
+           const Grouping& grouping)
+      : context_(context), worker_(worker), grouping_(grouping), waiting_(inputs) {
     const auto processors = static_cast<std::size_t>(platform::activeProcessorCount());
-    running_ = std::min(inputs.size(), processors);
+    running_ = children_ = std::min(inputs.size(), processors);
     for (std::size_t i = running_; i > 0; --i) platform::TaskPool::shared().submit([this] { run(); });
   }
   Children(const Children&) = delete;
@@ -71,28 +93,59 @@ class Children {
   bool isStopped() const { return cancellation_ != nullptr || context_.stopToken().stop_requested(); }
 
   void run() {
+    Pace pace(grouping_);
     std::unique_lock guard(mutex_);
-    while (next_ < inputs_.size() && !isStopped()) {
-      const InputFile& input = inputs_[next_++];
+    while (!waiting_.empty() && !isStopped()) {
+      const std::span<const InputFile> files = takeGroup(pace.files());
       guard.unlock();
-      auto result = process(input);
+      const auto began = Clock::now();
+      process(files);
+      pace.learn(std::ssize(files), began);
       guard.lock();
-      if (auto* outcome = std::get_if<Outcome>(&result)) {
-        files_.push_back({&input, std::move(*outcome)});
-      } else {
-        cancellation_ = std::get<std::exception_ptr>(result);
-        context_.requestStop();
-      }
-      if (files_.size() == 1) ended_.notify_one();
     }
     --running_;
     // Still under the lock: once it is released, this object may be gone.
     ended_.notify_one();
   }
 
-  std::variant<Outcome, std::exception_ptr> process(const InputFile& input) const {
+  // At most so many, and as few as leave some for the other children; none of them large but the first. mutex_ is held.
+  std::span<const InputFile> takeGroup(std::int64_t most) {
+    const std::size_t share = (waiting_.size() + children_ - 1) / children_;
+    const std::size_t limit = std::min(share, static_cast<std::size_t>(most));
+    std::size_t count = 1;
+    std::int64_t bytes = waiting_.front().size;
+    while (count < limit && (bytes += waiting_[count].size) <= grouping_.mostBytes) ++count;
+    const std::span<const InputFile> files = waiting_.first(count);
+    waiting_ = waiting_.subspan(count);
+    return files;
+  }
+
+  void process(std::span<const InputFile> files) {
+    auto input = files.begin();
+    const auto report = [&](const FileEnding& ending) { add(*input++, ending); };
     try {
-      return Outcome(worker_(input));
+      worker_(files, report);
+    } catch (...) {  // A fault of ours must cost no more than these files.
+      const auto again = [fault = std::current_exception()]() -> OutputFile { std::rethrow_exception(fault); };
+      while (input != files.end()) add(*input++, again);
+    }
+  }
+
+  void add(const InputFile& input, const FileEnding& ending) {
+    auto result = resultOf(input, ending);
+    const std::scoped_lock guard(mutex_);
+    if (auto* outcome = std::get_if<Outcome>(&result)) {
+      files_.push_back({&input, std::move(*outcome)});
+    } else {
+      cancellation_ = std::get<std::exception_ptr>(result);
+      context_.requestStop();
+    }
+    if (files_.size() == 1) ended_.notify_one();
+  }
+
+  static std::variant<Outcome, std::exception_ptr> resultOf(const InputFile& input, const FileEnding& ending) {
+    try {
+      return Outcome(ending());
     } catch (const CancellationError&) {
       return std::current_exception();
     } catch (const OperationError& error) {
@@ -103,14 +156,15 @@ class Children {
     }
   }
 
-  std::span<const InputFile> inputs_;
   OperationContext& context_;
-  const FileWorker& worker_;
+  const GroupWorker& worker_;
+  const Grouping& grouping_;
+  std::size_t children_ = 0;
 
   std::mutex mutex_;
   std::condition_variable ended_;
   // All guarded by mutex_.
-  std::size_t next_ = 0;
+  std::span<const InputFile> waiting_;
   std::size_t running_ = 0;
   std::vector<Ended> files_;
   std::exception_ptr cancellation_;
@@ -168,8 +222,16 @@ class Gathering {
 }  // namespace
 
 OperationResult runBatch(std::span<const InputFile> inputs, OperationContext& context, const FileWorker& worker) {
+  const GroupWorker one = [&](std::span<const InputFile> files, const auto& report) {
+    report([&] { return worker(files.front()); });
+  };
+  return runBatch(inputs, context, one, {.mostFiles = 1});
+}
+
+OperationResult runBatch(std::span<const InputFile> inputs, OperationContext& context, const GroupWorker& worker,
+                         const Grouping& grouping) {
   context.progress().setTotalUnitCount(std::max<std::int64_t>(1, std::ssize(inputs)));
-  Children children(inputs, context, worker);
+  Children children(inputs, context, worker, grouping);
   Gathering gathering(context);
   for (;;) {
     std::vector<Ended> files = children.takeEnded();

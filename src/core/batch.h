@@ -6,6 +6,8 @@
 
 #pragma once
 
+#include <chrono>
+#include <cstdint>
 #include <functional>
 #include <span>
 
@@ -25,5 +27,23 @@ using FileWorker = std::function<OutputFile(const InputFile&)>;
 // and when no file gave an output, the first OperationError of a worker, else engineFailed with the
 // stage "batch". Outputs finished before that stay.
 OperationResult runBatch(std::span<const InputFile> inputs, OperationContext& context, const FileWorker& worker);
+
+// How many files a worker is handed at once: as many as are processed in so short a time, by what those before them
+// took, and none that waits behind a large one.
+struct Grouping {
+  std::int64_t mostFiles = 16;
+  std::int64_t mostBytes = 1 << 20;
+  std::chrono::nanoseconds time = std::chrono::milliseconds(3);
+};
+
+// Gives the output of a file, or throws why there is none.
+using FileEnding = std::function<OutputFile()>;
+// Processes some files that follow one another, and reports the ending of each in turn.
+using GroupWorker =
+    std::function<void(std::span<const InputFile>, const std::function<void(const FileEnding&)>& report)>;
+
+// The same for a worker that is quicker with several small files than with each by itself.
+OperationResult runBatch(std::span<const InputFile> inputs, OperationContext& context, const GroupWorker& worker,
+                         const Grouping& grouping);
 
 }  // namespace quirn

@@ -33,6 +33,10 @@ class StagedOutput {
   // Hands the finished output over; the last call on this object. It has its name at the latest
   // when the run ends.
   virtual OutputFile publish(OutputRole role) = 0;
+
+ protected:
+  // Writes all of the bytes to an output's descriptor. Throws writeFailed.
+  static void append(int descriptor, const std::filesystem::path& url, std::span<const std::byte> bytes);
 };
 
 }  // namespace quirn

@@ -1,6 +1,8 @@
 // SPDX-FileCopyrightText: Quirn contributors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
+// The settings of protecting and unlocking: one password.
+
 #pragma once
 
 #include <string>
@@ -9,7 +11,7 @@
 
 namespace quirn {
 
-// Of the operations that take a password; each has a panel of its own for it.
+// Each operation has a panel of its own for it: a new password is typed twice, a current one once.
 struct PDFPasswordConfig : OperationConfig {
   std::string password;
 };

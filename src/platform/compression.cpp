@@ -62,7 +62,7 @@ bool looksCompressed(std::span<const std::byte> bytes) {
 // Where a hasty search of all of it finds nothing, a thorough one would take ten times as long to find nothing.
 Bytes deflated(std::span<const std::byte> bytes) {
   constexpr int storing = 0;
-  constexpr int usual = 6;
+  constexpr int usual = 5;  // as small as what zlib makes at its level 6, give or take a percent
   libdeflate_compressor& compressor =
       looksCompressed(bytes) && !shrinksQuickly(bytes) ? compressorOfThread<storing>() : compressorOfThread<usual>();
   Bytes output(libdeflate_deflate_compress_bound(&compressor, bytes.size()));

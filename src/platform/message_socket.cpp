@@ -15,9 +15,9 @@
 namespace quirn::platform {
 namespace {
 
-// Room for the one descriptor that a message may bring.
+// Room for the descriptors that a message may bring.
 struct alignas(cmsghdr) ControlBuffer {
-  std::array<char, CMSG_SPACE(sizeof(int))> bytes{};
+  std::array<char, CMSG_SPACE(sizeof(int) * mostDescriptors)> bytes{};
 };
 
 bool waitFor(int descriptor, short events, std::chrono::milliseconds patience) {
@@ -25,22 +25,24 @@ bool waitFor(int descriptor, short events, std::chrono::milliseconds patience) {
   return ::poll(&wanted, 1, static_cast<int>(patience.count())) > 0;
 }
 
-void attach(msghdr& message, ControlBuffer& control, int descriptor) {
+void attach(msghdr& message, ControlBuffer& control, std::span<const int> descriptors) {
   message.msg_control = control.bytes.data();
-  message.msg_controllen = control.bytes.size();
+  message.msg_controllen = CMSG_SPACE(descriptors.size_bytes());
   cmsghdr* const header = CMSG_FIRSTHDR(&message);
   header->cmsg_level = SOL_SOCKET;
   header->cmsg_type = SCM_RIGHTS;
-  header->cmsg_len = CMSG_LEN(sizeof descriptor);
-  std::memcpy(CMSG_DATA(header), &descriptor, sizeof descriptor);
+  header->cmsg_len = CMSG_LEN(descriptors.size_bytes());
+  std::memcpy(CMSG_DATA(header), descriptors.data(), descriptors.size_bytes());
 }
 
-FileDescriptor attached(msghdr& message) {
+std::vector<FileDescriptor> attached(msghdr& message) {
   const cmsghdr* const header = CMSG_FIRSTHDR(&message);
-  if (header == nullptr || header->cmsg_type != SCM_RIGHTS) return FileDescriptor();
-  int number = -1;
-  std::memcpy(&number, CMSG_DATA(header), sizeof number);
-  return FileDescriptor(number);
+  if (header == nullptr || header->cmsg_type != SCM_RIGHTS) return {};
+  std::array<int, mostDescriptors> numbers{};
+  const std::size_t size = header->cmsg_len - CMSG_LEN(0);
+  std::memcpy(numbers.data(), CMSG_DATA(header), size);
+  const auto present = std::span(numbers).first(size / sizeof(int));
+  return {present.begin(), present.end()};
 }
 
 bool isHangUp(int error) {
@@ -55,14 +57,16 @@ std::pair<MessageSocket, MessageSocket> MessageSocket::pair() {
   return {MessageSocket(FileDescriptor(ends[0])), MessageSocket(FileDescriptor(ends[1]))};
 }
 
-bool MessageSocket::send(std::string_view bytes, int descriptor, std::chrono::milliseconds patience) const {
-  if (bytes.size() > longestMessage) throw std::length_error("a message is too long");
+bool MessageSocket::send(std::string_view bytes, std::span<const int> descriptors,
+                         std::chrono::milliseconds patience) const {
+  if (bytes.size() > longestMessage || descriptors.size() > mostDescriptors)
+    throw std::length_error("a message is too long");
   iovec content{const_cast<char*>(bytes.data()), bytes.size()};
   msghdr message{};
   message.msg_iov = &content;
   message.msg_iovlen = 1;
   ControlBuffer control;
-  if (descriptor >= 0) attach(message, control, descriptor);
+  if (!descriptors.empty()) attach(message, control, descriptors);
   for (;;) {
     if (::sendmsg(descriptor_.number(), &message, MSG_NOSIGNAL | MSG_DONTWAIT) >= 0) return true;
     if (isHangUp(errno)) return false;

@@ -8,12 +8,13 @@
 //   …
 //   while (!pieces.isEmpty()) sink(pieces.next());
 //
-// How much is in work at once is the owner's to limit. Used by one thread at a time, which may be one of the pool's: a
-// task that no thread has taken yet when its result is wanted is run by the one that waits.
+// How much is in work at once is the owner's to limit. Used by one thread at a time, which may be one of the pool's:
+// instead of waiting for a result it runs what no other thread has taken yet.
 
 #pragma once
 
 #include <atomic>
+#include <chrono>
 #include <deque>
 #include <functional>
 #include <future>
@@ -50,6 +51,7 @@ class OrderedTasks {
     const std::shared_ptr<Task> task = std::move(tasks_.front());
     tasks_.pop_front();
     task->runOnce();
+    for (auto other = tasks_.begin(); !task->isDone() && other != tasks_.end(); ++other) (*other)->runOnce();
     return task->result.get();
   }
 
@@ -61,6 +63,7 @@ class OrderedTasks {
     void runOnce() {
       if (claim()) work();
     }
+    bool isDone() const { return result.wait_for(std::chrono::seconds::zero()) == std::future_status::ready; }
 
     std::atomic<bool> isClaimed = false;
     std::packaged_task<Result()> work;

@@ -29,6 +29,7 @@ namespace fs = std::filesystem;
 constexpr std::size_t mostBytes = 64U << 20;
 constexpr timeval patience{.tv_sec = 5, .tv_usec = 0};
 constexpr char taken = '!';
+constexpr int millisecondsToRecover = 100;
 
 FileDescriptor opened(const fs::path& folder) {
   FileDescriptor descriptor(::open(folder.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
@@ -145,7 +146,12 @@ void SingleInstance::serve(const Receiver& receive) const {
     if (::poll(watched.data(), watched.size(), -1) < 0 && errno != EINTR) return;
     if (watched[1].revents != 0) return;
     const FileDescriptor connection(::accept4(socket_.number(), nullptr, nullptr, SOCK_CLOEXEC));
-    if (!connection || !isOwn(connection.number())) continue;
+    if (!connection) {
+      // Out of descriptors, most likely: the one who waits is still there when some have come free.
+      ::poll(&watched[1], 1, millisecondsToRecover);
+      continue;
+    }
+    if (!isOwn(connection.number())) continue;
     limitWaiting(connection.number());
     auto message = wholeMessage(connection.number());
     if (!message) continue;

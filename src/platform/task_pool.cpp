@@ -42,7 +42,7 @@ void TaskPool::submit(std::function<void()> task) {
 }
 
 void TaskPool::addThread() {
-  if (threads_.size() >= static_cast<std::size_t>(activeProcessorCount())) return;
+  if (threads_.size() >= mostThreads_) return;
   try {
     threads_.emplace_back([this] { serve(); });
   } catch (const std::system_error&) {

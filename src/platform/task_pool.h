@@ -35,9 +35,10 @@ class TaskPool {
   void addThread();  // mutex_ is held
   void serve();
 
+  const std::size_t mostThreads_ = static_cast<std::size_t>(activeProcessorCount());
   std::mutex mutex_;
   std::condition_variable changed_;
-  // All guarded by mutex_.
+  // The rest is guarded by mutex_.
   std::deque<std::function<void()>> tasks_;
   std::vector<std::thread> threads_;
   std::size_t idleThreads_ = 0;

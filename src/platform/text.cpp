@@ -30,6 +30,13 @@ bool startsWithAscii(std::string_view bytes) {
   return (word & 0x8080808080808080) == 0;
 }
 
+// Looks at all of it, which takes less time for names than looking for the first that isn't.
+bool isPrintableAscii(std::string_view text) {
+  unsigned others = 0;
+  for (const char character : text) others |= static_cast<unsigned>(character < 0x20 || character == 0x7F);
+  return others == 0;
+}
+
 // Unicode's separators, and the controls that end lines or tabulate.
 bool isSpace(char32_t scalar) {
   switch (scalar) {
@@ -95,6 +102,11 @@ std::string repairedUtf8(std::string_view bytes) {
   std::string text;
   text.reserve(bytes.size());
   while (!bytes.empty()) {
+    if (startsWithAscii(bytes)) {
+      text += bytes.substr(0, sizeof(std::uint64_t));
+      bytes.remove_prefix(sizeof(std::uint64_t));
+      continue;
+    }
     const std::size_t length = utf8SequenceLength(bytes);
     text += length == 0 ? replacement : bytes.substr(0, length);
     bytes.remove_prefix(length == 0 ? 1 : length);
@@ -128,6 +140,7 @@ std::string latin1FromUtf8(std::string_view text) {
 }
 
 std::string displayText(std::string_view text) {
+  if (isPrintableAscii(text)) return std::string(text);
   std::string shown;
   for (const char character : repairedUtf8(text)) {
     const auto byte = static_cast<unsigned char>(character);

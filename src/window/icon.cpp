@@ -9,6 +9,7 @@
 #include <QPalette>
 #include <QPixmapCache>
 #include <QSvgRenderer>
+#include <functional>
 #include <memory>
 
 #include "window/colors.h"
@@ -56,28 +57,32 @@ class DrawingEngine final : public QIconEngine {
   std::string name_;
 };
 
-QPixmap tile(std::string_view drawing, int size, const QColor& color, const QPalette& palette, double pixelRatio) {
-  const QString key = QString("quirn-tile-%1-%2-%3-%4-%5")
-                          .arg(toQt(drawing))
-                          .arg(size)
-                          .arg(color.rgb())
-                          .arg(palette.color(QPalette::Base).rgb())
-                          .arg(pixelRatio);
+// `kind` tells everything that the painting depends on besides size and resolution.
+QPixmap cachedPixmap(const QString& kind, int size, double pixelRatio, const std::function<void(QPainter&)>& paint) {
+  const QString key = QString("quirn-%1-%2-%3").arg(kind).arg(size).arg(pixelRatio);
   QPixmap pixmap;
   if (QPixmapCache::find(key, &pixmap)) return pixmap;
   pixmap = QPixmap(QSize(size, size) * pixelRatio);
   pixmap.setDevicePixelRatio(pixelRatio);
   pixmap.fill(Qt::transparent);
   QPainter painter(&pixmap);
-  painter.setRenderHint(QPainter::Antialiasing);
-  painter.setPen(Qt::NoPen);
-  painter.setBrush(mixed(palette.color(QPalette::Base), color, 0.13));
-  painter.drawRoundedRect(QRectF(0, 0, size, size), size * 0.26, size * 0.26);
-  const double inset = size * 0.21;
-  paintDrawing(painter, drawing, QRectF(inset, inset, size - 2 * inset, size - 2 * inset), color);
+  paint(painter);
   painter.end();
   QPixmapCache::insert(key, pixmap);
   return pixmap;
+}
+
+QPixmap tile(std::string_view drawing, int size, const QColor& color, const QPalette& palette, double pixelRatio) {
+  const QColor base = palette.color(QPalette::Base);
+  const QString kind = QString("tile-%1-%2-%3").arg(toQt(drawing)).arg(color.rgb()).arg(base.rgb());
+  return cachedPixmap(kind, size, pixelRatio, [&](QPainter& painter) {
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(mixed(base, color, 0.13));
+    painter.drawRoundedRect(QRectF(0, 0, size, size), size * 0.26, size * 0.26);
+    const double inset = size * 0.21;
+    paintDrawing(painter, drawing, QRectF(inset, inset, size - 2 * inset, size - 2 * inset), color);
+  });
 }
 
 OperationCategory familyOf(FileKind kind) {
@@ -108,17 +113,8 @@ QIcon icon(std::string_view drawing) {
 }
 
 QPixmap iconPixmap(std::string_view drawing, int size, const QColor& color, double pixelRatio) {
-  const QString key = QString("quirn-icon-%1-%2-%3-%4").arg(toQt(drawing)).arg(size).arg(color.rgba()).arg(pixelRatio);
-  QPixmap pixmap;
-  if (QPixmapCache::find(key, &pixmap)) return pixmap;
-  pixmap = QPixmap(QSize(size, size) * pixelRatio);
-  pixmap.setDevicePixelRatio(pixelRatio);
-  pixmap.fill(Qt::transparent);
-  QPainter painter(&pixmap);
-  paintDrawing(painter, drawing, QRectF(0, 0, size, size), color);
-  painter.end();
-  QPixmapCache::insert(key, pixmap);
-  return pixmap;
+  return cachedPixmap(QString("icon-%1-%2").arg(toQt(drawing)).arg(color.rgba()), size, pixelRatio,
+                      [&](QPainter& painter) { paintDrawing(painter, drawing, QRectF(0, 0, size, size), color); });
 }
 
 std::string_view drawingFor(FileKind kind) {

@@ -4,6 +4,7 @@
 #include "archive/tar.h"
 
 #include "archive/archive_builders.h"
+#include "archive/tar_walk.h"
 #include "support/temporary_folder.h"
 
 namespace quirn::tests {
@@ -152,6 +153,35 @@ TEST(TarListing, EndsSoundly) {
       {"digits between other bytes", tarOf({{.data = run(512, 'x'), .size = " 1 000 "}, {}}), 2},
   };
   for (const Row& row : rows) EXPECT_EQ(listed(row.tar).size(), row.count) << row.what;
+}
+
+TEST(TarWalk, GivesTheSameHoweverTheBytesCome) {
+  const std::string tar =
+      tarOf({{.name = "a", .data = run(700, 'a')}, {.name = "b"}, {.name = "cut", .data = run(600, 'c')}});
+  const auto cut = bytesOf(tar).first(tar.size() - 600);
+  const auto told = [&](std::size_t mostAtOnce) {
+    const TarWalk::Source whole = sourceOver(cut);
+    TarWalk walk([&](std::size_t most) { return whole(std::min(most, mostAtOnce)); }, cut.size());
+    std::vector<std::string> entries;
+    while (const auto entry = walk.next()) {
+      const std::string begin(textOf(walk.read(2)));
+      entries.push_back(entry->name + (walk.isWhole() ? ":" : " is cut:") + begin +
+                        std::string(textOf(walk.readAll())));
+    }
+    return entries;
+  };
+  const std::vector<std::string> expected{"a:" + run(700, 'a'), "b:abc", "cut is cut:" + run(424, 'c')};
+  for (const std::size_t most : {std::size_t{2}, std::size_t{511}, std::size_t{513}, tar.size()})
+    EXPECT_EQ(told(most), expected) << most;
+}
+
+TEST(TarWalk, EndsWhereItsSourceDoes) {
+  const std::string tar = tarOf({{.name = "a", .data = run(700, 'a')}, {}});
+  TarWalk walk(sourceOver(bytesOf(tar).first(600)), tar.size());
+  ASSERT_TRUE(walk.next());
+  EXPECT_EQ(walk.readAll().size(), 88U);
+  EXPECT_FALSE(walk.next());
+  EXPECT_FALSE(walk.next());
 }
 
 TEST(TarListing, EndsSoundlyWhereverTheArchiveIsCut) {

@@ -62,6 +62,14 @@ TEST(HostileDecoder, CantFillTheDisk) {
   EXPECT_THAT(sentenceFor("fill-disk", "", folder), HasSubstr("attack.bin would become far larger"));
 }
 
+TEST(HostileDecoder, CantOutgrowItsLimitWithWhatWasKeptInMemory) {
+  BoxLimits limits = testLimits();
+  limits.output = 4 << 10;
+  Box box(hostileProgram(), limits);
+  const HostileFolder folder;
+  EXPECT_THAT(sentenceFor("outgrow-at-once", "", folder, box), HasSubstr("attack.bin would become far larger"));
+}
+
 TEST(HostileDecoder, CantFillTheDiskWithManyFiles) {
   const HostileFolder folder;
   const Ran ran = runIn(testBox(), boxed<DecoderOperation>(), {folder.input("attack.bin", "fill-disk-with-many")});

@@ -223,6 +223,60 @@ TEST(Batch, StopsForWhateverCancelsIt) {
   }
 }
 
+// The sizes of the groups in which so many files of a size each are handed out, one child at work.
+std::vector<std::size_t> groupsOf(int count, std::int64_t size, const Grouping& grouping) {
+  const Processors one(1);
+  BareContext context;
+  std::vector<InputFile> inputs = inputsNamed(numberedNames(count));
+  for (InputFile& input : inputs) input.size = size;
+  std::vector<std::size_t> groups;
+  const auto worker = [&](std::span<const InputFile> files, const auto& report) {
+    groups.push_back(files.size());
+    for (const InputFile& file : files) report([&] { return outputOf(file); });
+  };
+  const auto result = runBatch(inputs, context, worker, grouping);
+  EXPECT_EQ(std::ssize(result.outputs), count);
+  for (std::size_t i = 0; i < result.outputs.size(); ++i) EXPECT_EQ(result.outputs[i].url, inputs[i].url) << i;
+  return groups;
+}
+
+TEST(Batch, HandsOutMoreFilesAtOnceWhileTheyAreSmallAndQuick) {
+  using std::chrono::hours;
+  struct Row {
+    const char* loss;
+    int count;
+    std::int64_t size;
+    Grouping grouping;
+    std::vector<std::size_t> groups;
+  };
+  const std::vector<Row> rows{
+      {"what a file takes is not known before one is done", 20, 1, {.mostFiles = 8, .time = hours(1)}, {1, 2, 4, 8, 5}},
+      {"slow files wait for one another", 4, 1, {.time = std::chrono::nanoseconds(0)}, {1, 1, 1, 1}},
+      {"large files wait for one another", 4, 600, {.mostBytes = 1000, .time = hours(1)}, {1, 1, 1, 1}},
+      {"one file that is larger than a group is never begun",
+       3,
+       5000,
+       {.mostBytes = 1000, .time = hours(1)},
+       {1, 1, 1}},
+      {"as many as are small together are begun alone", 8, 400, {.mostBytes = 1000, .time = hours(1)}, {1, 2, 2, 2, 1}},
+  };
+  for (const Row& row : rows) EXPECT_EQ(groupsOf(row.count, row.size, row.grouping), row.groups) << row.loss;
+}
+
+TEST(Batch, LosesNoMoreThanTheGroupThatAFaultEnds) {
+  const Processors one(1);
+  BareContext context;
+  const auto worker = [](std::span<const InputFile> files, const auto& report) {
+    report([&] { return outputOf(files.front()); });
+    if (files.size() == 4) throw std::runtime_error("a fault of ours");
+    for (const InputFile& file : files.subspan(1)) report([&] { return outputOf(file); });
+  };
+  const auto result = runBatch(inputsNamed(numberedNames(10)), context, worker, {.time = std::chrono::hours(1)});
+  EXPECT_EQ(result.outputs.size(), 7U);  // of 1, 2, 4 and 3 files
+  EXPECT_EQ(result.failures.size(), 3U);
+  EXPECT_EQ(context.progress().completedUnitCount(), 10);
+}
+
 // Everything but the file "lost" reaches the disk.
 class LosingContext final : public BareContext {
  public:

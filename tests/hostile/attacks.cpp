@@ -23,6 +23,7 @@
 #include <cstring>
 #include <map>
 #include <memory>
+#include <span>
 #include <thread>
 #include <vector>
 
@@ -94,6 +95,25 @@ bool fillsTheDiskWithManyFiles(const Target& target) {
   return true;
 }
 
+// What is kept in memory until it is too much, or somebody wants a descriptor.
+bool outgrowsItsLimitAtOnce(const Target& target) {
+  const auto output = target.context.stage(target.input, "full", "bin");
+  output->write(std::string(60 << 10, 'x'));
+  return output->descriptor() >= 0;
+}
+
+bool diesAfterPublishing(const Target& target) {
+  const auto output = target.context.stage(target.input, "part", "bin");
+  output->write(std::string("part"));
+  output->publish(OutputRole::companion);
+  target.context.open(target.input);  // the question takes the output along
+  ::_exit(0);
+}
+
+bool waitsToBeStopped(const Target& target) {
+  for (;;) target.context.checkCancellation();
+}
+
 bool liftsItsLimits(const Target&) {
   const rlimit limit{RLIM_INFINITY, RLIM_INFINITY};
   return ::setrlimit(RLIMIT_FSIZE, &limit) == 0 || ::prlimit(0, RLIMIT_DATA, &limit, nullptr) == 0;
@@ -162,13 +182,13 @@ MessageWriter say(Ask kind) {
 
 // Sends it, and waits to be ended for it.
 bool afterSending(const MessageWriter& message, int descriptor = -1) {
-  connection().send(message.bytes(), descriptor, std::chrono::seconds(60));
+  connection().send(message.bytes(), std::span(&descriptor, descriptor >= 0 ? 1 : 0), std::chrono::seconds(60));
   for (;;) ::pause();
 }
 
 bool floods(const Target&) {
   for (;;) {
-    connection().send(say(Ask::state).text("").number(1).number(0).number(0).bytes(), -1, std::chrono::seconds(60));
+    connection().send(say(Ask::state).text("").number(1).number(0).number(0).bytes(), {}, std::chrono::seconds(60));
   }
 }
 
@@ -188,6 +208,9 @@ const std::map<std::string, Attack>& programAttacks() {
       {"fill-memory-shared", &fillsTheMemoryWithSharedPages},
       {"fill-disk", &fillsTheDisk},
       {"fill-disk-with-many", &fillsTheDiskWithManyFiles},
+      {"outgrow-at-once", &outgrowsItsLimitAtOnce},
+      {"publish-and-exit", &diesAfterPublishing},
+      {"wait", &waitsToBeStopped},
       {"crash", &writesThroughNull},
       {"abort", [](const Target&) -> bool { std::abort(); }},
       {"exit", [](const Target&) -> bool { ::_exit(0); }},
@@ -217,7 +240,7 @@ const std::map<std::string, Attack>& programAttacks() {
       {"fail-for-others", [](const Target&) { return afterSending(say(Ask::failure).text("last.bin").text("x")); }},
       {"go-back",
        [](const Target&) {
-         connection().send(say(Ask::state).text("").number(1).number(5).number(0).bytes(), -1, std::chrono::seconds(9));
+         connection().send(say(Ask::state).text("").number(1).number(5).number(0).bytes(), {}, std::chrono::seconds(9));
          return afterSending(say(Ask::state).text("").number(1).number(4).number(0));
        }},
   };

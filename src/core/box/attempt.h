@@ -1,22 +1,26 @@
 // SPDX-FileCopyrightText: Quirn contributors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-// One request served by one worker: what it asks is answered, and how it behaves is watched.
+// Requests that one worker serves one after the other: what it asks is answered, and how it behaves is watched.
 
 #pragma once
 
 #include <chrono>
 #include <cstdint>
 #include <exception>
+#include <functional>
 #include <optional>
 #include <span>
+#include <string_view>
+#include <vector>
 
 #include "core/box/grant.h"
 #include "platform/worker_process.h"
 
 namespace quirn::box {
 
-struct Request {
+// Of an operation on single files each input is a request of its own; they have the rest in common.
+struct Requests {
   const OperationType& type;
   std::span<const InputFile> inputs;
   const OperationConfig* config;  // null for the default settings
@@ -38,38 +42,41 @@ class WorkerLost final : public std::exception {
 
 class Attempt {
  public:
-  // All outlive it. `serial` tells this request from all others of the worker.
-  Attempt(platform::WorkerProcess& worker, const Request& request, const BoxLimits& limits, std::uint32_t serial);
+  // Is given what has come of each request, as it ends. Lets no exception out.
+  using Ended = std::function<void(Grant&)>;
 
-  // Until the request has ended. Throws WorkerLost, OperationError where a budget is overdrawn, and what comes of a
-  // fault of ours; the worker is to be killed then.
-  void serve();
+  // All outlive it. `serial` tells these requests from all others of the worker.
+  Attempt(platform::WorkerProcess& worker, const Requests& requests, const BoxLimits& limits, std::uint32_t serial);
 
-  // Once it has ended.
-  OperationResult result() { return grant_.result(); }
+  // Until all have ended. Throws WorkerLost, OperationError where a budget is overdrawn, and what comes of a fault of
+  // ours; the worker is to be killed then.
+  void serve(const Ended& ended = [](Grant&) {});
 
-  const std::vector<Setting>& settings() const { return grant_.settings(); }
+  // What has come of the one that is served, or was the last to be.
+  Grant& grant() { return *grant_; }
 
-  bool hasPublished() const { return grant_.hasPublished(); }
+  // The inputs of those that have not ended.
+  std::span<const InputFile> unserved() const { return unserved_; }
 
  private:
   using Clock = std::chrono::steady_clock;  // stands still while the machine sleeps
 
   void begin();
-  std::optional<InputHandle> openAhead() const;
-  void send(const MessageWriter& message, int descriptor = -1);
-  void takeNext();
+  void send(const MessageWriter& message, std::span<const int> descriptors = {});
+  void beginGrant();
+  void endGrant(const Ended& ended);
+  void takeNext(const Ended& ended);
   void limitWorker();
   void watch();
 
   platform::WorkerProcess& worker_;
-  const Request& request_;
+  const Requests& requests_;
   const BoxLimits& limits_;
   const std::uint32_t serial_;
-  Grant grant_;
+  std::span<const InputFile> unserved_;
+  std::optional<Grant> grant_;
 
-  std::int64_t outputLimit_ = 0;
-  Clock::time_point began_ = Clock::now();
+  Clock::time_point began_ = Clock::now();  // what is served
   Clock::time_point lastLook_ = began_;
   Clock::duration silentFor_{};
   Clock::duration stoppingFor_{};

@@ -5,6 +5,7 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <string>
 
@@ -13,9 +14,14 @@
 #include "core/box/module_operations.h"
 #include "core/box/worker.h"
 #include "core/box/worker_pool.h"
+#include "platform/task_pool.h"
 
 namespace quirn::box {
 namespace {
+
+bool runsHere(const OperationType& type) {
+  return type.placement() == Placement::inProcess || type.isInteractive() || isBoxOff();
+}
 
 OperationResult runHere(const OperationType& described, std::span<const InputFile> inputs,
                         const OperationConfig* config, OperationContext& context) {
@@ -37,6 +43,19 @@ OperationResult runHere(const OperationType& described, std::span<const InputFil
       fmt::format("{} is damaged in a way that stopped the program that read it.", name));
 }
 
+// The error that is being handled, as the person is told of it.
+[[noreturn]] void rethrowFor(const std::string& name) {
+  try {
+    throw;
+  } catch (const WorkerLost& lost) {
+    throwFor(lost, name);
+  }
+}
+
+std::string kindFor(const OperationType& type) {
+  return std::string(type.module().empty() ? plainWorker : type.module());
+}
+
 }  // namespace
 
 Box::Box(const std::filesystem::path& program, BoxLimits limits)
@@ -49,16 +68,24 @@ Box& Box::shared() {
   return box;
 }
 
+void Box::prepare(const OperationType& type, std::ptrdiff_t inputCount) {
+  if (runsHere(type) || inputCount == 0) return;
+  pool_->prepare(kindFor(type),
+                 type.isPerFile() ? std::min<std::ptrdiff_t>(inputCount, platform::activeProcessorCount()) : 1);
+}
+
 OperationResult Box::run(const OperationType& type, std::span<const InputFile> inputs, const OperationConfig* config,
                          OperationContext& context) {
-  if (type.placement() == Placement::inProcess || type.isInteractive() || isBoxOff())
-    return runHere(type, inputs, config, context);
+  if (runsHere(type)) return runHere(type, inputs, config, context);
   if (config != nullptr && !type.owns(*config)) throw OperationError::unsupportedInput("Bad config.");
   context.checkCancellation();
   if (!type.isPerFile()) return resultOf({type, inputs, config, context});
-  return runBatch(inputs, context, [&](const InputFile& input) {
-    return resultOf({type, std::span(&input, 1), config, context}).outputs.front();
-  });
+  return runBatch(
+      inputs, context,
+      [&](std::span<const InputFile> files, const Report& report) {
+        runOnEach({type, files, config, context}, report);
+      },
+      limits_.grouping);
 }
 
 std::unique_ptr<OperationConfig> Box::configurationFor(const OperationType& type, std::span<const InputFile> inputs,
@@ -78,36 +105,64 @@ std::unique_ptr<OperationConfig> Box::readConfiguration(const OperationType& typ
   auto config = type.defaultConfig();
   BoxLimits limits = limits_;
   limits.outputs = 0;
-  request({type, inputs, nullptr, context, Request::Wanted::configuration}, limits, [&](Attempt& attempt) {
-    attempt.result();
+  request({type, inputs, nullptr, context, Requests::Wanted::configuration}, limits, [&](Grant& grant) {
+    grant.result();
     const Panel panel = type.configPanel(*config);
-    for (const Setting& setting : attempt.settings()) panel.restore(*config, setting.key, setting.value);
+    for (const Setting& setting : grant.settings()) panel.restore(*config, setting.key, setting.value);
   });
   return config;
 }
 
-OperationResult Box::resultOf(const Request& wanted) {
+void Box::runOnEach(const Requests& requests, const Report& report) {
+  const std::span<const InputFile> alone = requests.inputs.size() > 1 ? runTogether(requests, report) : requests.inputs;
+  for (const InputFile& input : alone) {
+    report([&] {
+      requests.context.checkCancellation();
+      return resultOf({requests.type, std::span(&input, 1), requests.config, requests.context}).outputs.front();
+    });
+  }
+}
+
+// What ends a worker that has several files may be the fault of any of them, since it doesn't say at once which it has
+// done. Those that are left are to be tried one by one; but what has published something would do so twice.
+std::span<const InputFile> Box::runTogether(const Requests& requests, const Report& report) {
+  const std::string kind = kindFor(requests.type);
+  WorkerPool::Worker worker = pool_->takeWarm(kind);
+  if (worker == nullptr) return requests.inputs;
+  Attempt attempt(*worker, requests, limits_, ++serial_);
+  try {
+    attempt.serve([&](Grant& grant) { report([&] { return grant.result().outputs.front(); }); });
+    pool_->keep(kind, std::move(worker));
+    return {};
+  } catch (const std::exception&) {
+    const std::span<const InputFile> left = attempt.unserved();
+    if (left.empty() || !attempt.grant().hasPublished()) return left;
+    report([&]() -> OutputFile { rethrowFor(left.front().fileName()); });
+    return left.subspan(1);
+  }
+}
+
+OperationResult Box::resultOf(const Requests& wanted) {
   OperationResult result;
-  request(wanted, limits_, [&](Attempt& attempt) { result = attempt.result(); });
+  request(wanted, limits_, [&](Grant& grant) { result = grant.result(); });
   return result;
 }
 
 // A worker that served another file before may be that one's victim, so a file that spoils it gets a second try in a
 // new worker.
-void Box::request(const Request& request, const BoxLimits& limits, const std::function<void(Attempt&)>& take) {
-  const std::string_view module = request.type.module();
-  const std::string kind(module.empty() ? plainWorker : module);
+void Box::request(const Requests& wanted, const BoxLimits& limits, const std::function<void(Grant&)>& take) {
+  const std::string kind = kindFor(wanted.type);
   WorkerPool::Worker worker = pool_->takeWarm(kind);
   for (bool isNew = worker == nullptr;; isNew = true) {
     if (isNew) worker = pool_->start(kind);
-    Attempt attempt(*worker, request, limits, ++serial_);
+    Attempt attempt(*worker, wanted, limits, ++serial_);
     try {
       attempt.serve();
       pool_->keep(kind, std::move(worker));
-      return take(attempt);
+      return take(attempt.grant());
     } catch (const WorkerLost& lost) {
-      if (isNew || lost.how() == WorkerLost::How::slowToStop || attempt.hasPublished())
-        throwFor(lost, nameFor(request.inputs));
+      if (isNew || lost.how() == WorkerLost::How::slowToStop || attempt.grant().hasPublished())
+        throwFor(lost, nameFor(wanted.inputs));
     }
   }
 }

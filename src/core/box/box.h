@@ -10,6 +10,7 @@
 #pragma once
 
 #include <atomic>
+#include <cstddef>
 #include <filesystem>
 #include <functional>
 #include <memory>
@@ -20,9 +21,8 @@
 
 namespace quirn::box {
 
-class Attempt;
 class WorkerPool;
-struct Request;
+struct Requests;
 
 class Box {
  public:
@@ -40,6 +40,9 @@ class Box {
   OperationResult run(const OperationType& type, std::span<const InputFile> inputs, const OperationConfig* config,
                       OperationContext& context);
 
+  // Begins to start the workers that a run on so many inputs will need, while those are still looked at.
+  void prepare(const OperationType& type, std::ptrdiff_t inputCount);
+
   // The settings to begin with on these inputs: the defaults, and what the operation reads from the files. Where they
   // can't be read the defaults stand; the run will tell why. Throws CancellationError.
   std::unique_ptr<OperationConfig> configurationFor(const OperationType& type, std::span<const InputFile> inputs,
@@ -48,9 +51,15 @@ class Box {
  private:
   std::unique_ptr<OperationConfig> readConfiguration(const OperationType& type, std::span<const InputFile> inputs,
                                                      OperationContext& context);
-  // Serves the request, until its worker has done so or is out of the question, and passes what came of it to `take`.
-  void request(const Request& request, const BoxLimits& limits, const std::function<void(Attempt&)>& take);
-  OperationResult resultOf(const Request& request);
+  using Report = std::function<void(const FileEnding&)>;
+  // Each input is a request of its own; its ending is reported.
+  void runOnEach(const Requests& requests, const Report& report);
+  // The same by one warm worker, as far as it gets. Gives those that are left.
+  std::span<const InputFile> runTogether(const Requests& requests, const Report& report);
+  // Serves one request, until its worker has done so or is out of the question, and passes what has come of it to
+  // `take`.
+  void request(const Requests& wanted, const BoxLimits& limits, const std::function<void(Grant&)>& take);
+  OperationResult resultOf(const Requests& wanted);
 
   BoxLimits limits_;
   std::unique_ptr<WorkerPool> pool_;

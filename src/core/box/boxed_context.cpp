@@ -3,8 +3,6 @@
 
 #include "core/box/boxed_context.h"
 
-#include <chrono>
-#include <cstdlib>
 #include <stdexcept>
 
 #include "core/box/boxed_folder.h"
@@ -15,39 +13,37 @@ namespace quirn::box {
 namespace fs = std::filesystem;
 namespace {
 
-constexpr std::chrono::minutes patience{10};  // the program reads what it is told at once
-
-// Without the program there is nobody to work for.
-[[noreturn]] void leave() {
-  std::_Exit(EXIT_FAILURE);
-}
-
 MessageWriter message(Ask kind) {
   return std::move(MessageWriter().choice(kind));
 }
 
 }  // namespace
 
-BoxedContext::BoxedContext(const platform::MessageSocket& messages, Request request)
+BoxedContext::BoxedContext(const platform::MessageSocket& messages, Outbox& outbox, Request request)
     : OperationContext(request.total, std::move(request.outputDirectory)),
       messages_(messages),
-      isPerFile_(request.isPerFile),
-      firstInput_(std::move(request.firstInput)) {
+      outbox_(outbox),
+      isPerFile_(request.isPerFile) {
+  if (request.firstInput) opened_.emplace(0, std::move(request.firstInput));
   std::int64_t number = 0;
   for (const InputFile& input : request.inputs) inputs_.emplace(input.url, number++);
 }
 
 InputHandle BoxedContext::open(const InputFile& input) {
-  const std::int64_t number = numberOf(input.url);
-  if (auto opened = number == 0 ? takeFirstInput() : platform::FileDescriptor())
-    return {platform::ReadableFile::of(std::move(opened)), input.url};
-  Answer answer = ask(message(Ask::open).number(number), Tell::opened);
-  return {platform::ReadableFile::of(std::move(answer.descriptor)), input.url};
+  return {platform::ReadableFile::of(opened(numberOf(input.url))), input.url};
 }
 
-platform::FileDescriptor BoxedContext::takeFirstInput() {
-  const std::scoped_lock guard(mutex_);
-  return std::move(firstInput_);
+platform::FileDescriptor BoxedContext::opened(std::int64_t number) {
+  constexpr std::int64_t mostInTurn = 16;
+  const std::scoped_lock guard(asking_);
+  const bool isInTurn = number == lastOpened_ + 1;
+  lastOpened_ = number;
+  if (auto waiting = opened_.extract(number)) return std::move(waiting.mapped());
+  opened_.clear();
+  Answer answer = ask(message(Ask::open).number(number).number(isInTurn ? mostInTurn : 1), Tell::opened);
+  platform::FileDescriptor first = answer.takeDescriptor();
+  for (platform::FileDescriptor& descriptor : answer.descriptors) opened_.emplace(++number, std::move(descriptor));
+  return first;
 }
 
 Neighbour BoxedContext::openNeighbour(const InputFile& input, const fs::path& name) {
@@ -55,7 +51,7 @@ Neighbour BoxedContext::openNeighbour(const InputFile& input, const fs::path& na
   MessageReader reader = answer.reader();
   const auto place = reader.choice<Neighbour::Place>();
   if (place != Neighbour::Place::here) return {place, std::nullopt};
-  return {place, InputHandle(platform::ReadableFile::of(std::move(answer.descriptor)), std::string(reader.text()))};
+  return {place, InputHandle(platform::ReadableFile::of(answer.takeDescriptor()), std::string(reader.text()))};
 }
 
 std::vector<InputFile> BoxedContext::enumerate(const InputFile& folder) {
@@ -143,34 +139,23 @@ std::int64_t BoxedContext::numberOf(const fs::path& input) const {
   return found->second;
 }
 
-void BoxedContext::note(const MessageWriter& message) {
-  std::unique_lock guard(sending_);
-  if (noted_.bytes().size() + message.bytes().size() > platform::longestMessage) {
-    guard.unlock();
-    send();
-    guard.lock();
-  }
-  noted_.append(message);
-}
-
-void BoxedContext::send() {
-  const std::scoped_lock guard(sending_);
-  // Another thread has sent it meanwhile. An empty message would be taken for the end of the connection.
-  if (noted_.bytes().empty()) return;
-  if (!messages_.send(noted_.bytes(), -1, patience)) leave();
-  noted_ = {};
+platform::FileDescriptor BoxedContext::Answer::takeDescriptor() {
+  if (descriptors.empty()) leave();
+  platform::FileDescriptor first = std::move(descriptors.front());
+  descriptors.erase(descriptors.begin());
+  return first;
 }
 
 BoxedContext::Answer BoxedContext::hear() const {
   auto message = messages_.receive(platform::MessageSocket::Descriptors::accepted);
   if (!message) leave();
-  return {std::move(message->bytes), std::move(message->descriptor)};
+  return {std::move(message->bytes), std::move(message->descriptors)};
 }
 
 BoxedContext::Answer BoxedContext::ask(const MessageWriter& question, Tell expected) {
   const std::scoped_lock guard(asking_);
   note(question);
-  send();
+  outbox_.send();
   Answer answer = hear();
   MessageReader reader = answer.reader();
   const auto kind = reader.choice<Tell>();

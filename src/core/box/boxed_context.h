@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "core/box/message.h"
+#include "core/box/outbox.h"
 #include "core/box/protocol.h"
 #include "core/operation_context.h"
 #include "platform/message_socket.h"
@@ -27,8 +28,8 @@ class BoxedContext final : public OperationContext {
     std::vector<InputFile> inputs;
     platform::FileDescriptor firstInput;  // if it is open already
   };
-  // `messages` outlives it.
-  BoxedContext(const platform::MessageSocket& messages, Request request);
+  // `messages` and `outbox`, which sends to them, outlive it.
+  BoxedContext(const platform::MessageSocket& messages, Outbox& outbox, Request request);
 
   InputHandle open(const InputFile& input) override;
   Neighbour openNeighbour(const InputFile& input, const std::filesystem::path& name) override;
@@ -45,13 +46,13 @@ class BoxedContext final : public OperationContext {
   std::string typeOf(const std::filesystem::path& input);
 
   // What needs no answer; it goes with the next message that is sent.
-  void note(const MessageWriter& message);
-  // Sends what was noted.
-  void send();
+  void note(const MessageWriter& message) { outbox_.note(message); }
 
   struct Answer {
     std::string bytes;
-    platform::FileDescriptor descriptor;
+    std::vector<platform::FileDescriptor> descriptors;
+    // The first that is left; there must be one.
+    platform::FileDescriptor takeDescriptor();
     MessageReader reader() const { return MessageReader(bytes); }
   };
   // Waits for the answer, which is without its kind. Throws the program's own error instead where that is the answer.
@@ -75,23 +76,24 @@ class BoxedContext final : public OperationContext {
   MessageWriter namedIn(Ask kind, const OutputFile& output) const;
 
  private:
-  platform::FileDescriptor takeFirstInput();
+  // Opens further inputs as well where they are opened in turn, since asking costs more than opening.
+  platform::FileDescriptor opened(std::int64_t number);
   std::int64_t numberOf(const std::filesystem::path& input) const;
   Answer hear() const;
 
   const platform::MessageSocket& messages_;
+  Outbox& outbox_;
   const bool isPerFile_;
   std::atomic<std::int64_t> lastOwnNumber_ = 0;
   std::recursive_mutex asking_;  // held from a question to its answer
-
-  std::mutex sending_;
-  MessageWriter noted_;  // guarded by sending_
+  // Guarded by asking_.
+  std::map<std::int64_t, platform::FileDescriptor> opened_;  // inputs, by number, that nobody has asked for yet
+  std::int64_t lastOpened_ = -1;                             // number of the input that was asked for last
 
   mutable std::mutex mutex_;
   // All guarded by mutex_.
   std::map<std::filesystem::path, std::int64_t> inputs_;
   std::map<platform::Uuid, std::int64_t> outputs_;
-  platform::FileDescriptor firstInput_;  // until it is asked for
 };
 
 }  // namespace quirn::box

@@ -31,7 +31,7 @@ int BoxedFolder::begin(std::string_view name, Date modified) {
   file_ = {};
   MessageWriter question = message(Ask::beginFile).text(name);
   box::write(question, modified);
-  file_ = context_.ask(question, Tell::opened).descriptor;
+  file_ = context_.ask(question, Tell::opened).takeDescriptor();
   return file_.number();
 }
 

@@ -28,9 +28,9 @@ void BoxedOutput::stage() const {
   MessageReader reader = answer.reader();
   number_ = reader.number();
   url_ = std::string(reader.text());
-  descriptor_ = std::move(answer.descriptor);
+  descriptor_ = answer.takeDescriptor();
   const std::string content = std::exchange(content_, {});
-  platform::writeAll(descriptor_.number(), std::as_bytes(std::span(content)));
+  append(descriptor_.number(), url_, std::as_bytes(std::span(content)));
 }
 
 void BoxedOutput::write(std::span<const std::byte> bytes) {

@@ -33,14 +33,40 @@ std::int64_t saturatedSum(std::int64_t bytes, const InputFile& input) {
   return std::min(bytes, most) + std::clamp<std::int64_t>(input.size, 0, most - std::min(bytes, most));
 }
 
+std::span<const int> only(const int& descriptor) {
+  return {&descriptor, 1};
+}
+
 bool isControl(char character) {
   return static_cast<unsigned char>(character) < 0x20 || character == 0x7F;
 }
 
 }  // namespace
 
+std::vector<InputHandle> openRun(std::span<const InputFile> inputs, OperationContext& context) {
+  std::vector<InputHandle> opened;
+  try {
+    for (const InputFile& input : inputs.first(std::min(inputs.size(), platform::mostDescriptors)))
+      opened.push_back(context.open(input));
+  } catch (const OperationError&) {  // Whoever needs that one asks for it.
+  }
+  return opened;
+}
+
+std::vector<int> descriptorsOf(std::span<const InputHandle> files) {
+  std::vector<int> descriptors(files.size());
+  std::ranges::transform(files, descriptors.begin(), &InputHandle::descriptor);
+  return descriptors;
+}
+
 std::string nameFor(std::span<const InputFile> inputs) {
   return inputs.size() == 1 ? inputs.front().fileName() : "One of these files";
+}
+
+std::int64_t outputLimitFor(std::int64_t bytesIn, const BoxLimits& limits) {
+  constexpr std::int64_t ratio = limitOf(Budget::bytesOutPerByteIn);
+  const std::int64_t scaled = std::min(bytesIn, std::numeric_limits<std::int64_t>::max() / ratio) * ratio;
+  return std::max(limits.output, scaled);
 }
 
 Grant::Grant(const OperationType& type, std::span<const InputFile> inputs, OperationContext& context,
@@ -55,15 +81,15 @@ Grant::Grant(const OperationType& type, std::span<const InputFile> inputs, Opera
   for (const InputFile& input : inputs) bytesIn_ = saturatedSum(bytesIn_, input);
 }
 
-void Grant::take(std::string_view bytes, const Send& send) {
+std::string_view Grant::take(std::string_view bytes, const Send& send) {
   MessageReader message(bytes);
   do {
-    if (hasEnded()) throw OutsideGrant();
     const auto kind = message.choice<Ask>();
     // What goes into a folder is counted there.
     if (kind != Ask::makeFolder && kind != Ask::writeFile && kind != Ask::beginFile) ++messageCount_;
     if (!answer(kind, message, send) && !note(kind, message) && !end(kind, message)) throw OutsideGrant();
-  } while (!message.isAtEnd());
+  } while (!message.isAtEnd() && !hasEnded());
+  return message.rest();
 }
 
 OperationResult Grant::result() {
@@ -71,12 +97,6 @@ OperationResult Grant::result() {
   if (std::holds_alternative<CancellationError>(*ending_)) throw CancellationError();
   if (const auto* fault = std::get_if<std::runtime_error>(&*ending_)) throw std::runtime_error(*fault);
   return std::get<OperationResult>(std::move(*ending_));
-}
-
-std::int64_t Grant::outputLimit() const {
-  constexpr std::int64_t ratio = limitOf(Budget::bytesOutPerByteIn);
-  const std::int64_t scaled = std::min(bytesIn_, std::numeric_limits<std::int64_t>::max() / ratio) * ratio;
-  return std::max(limits_.output, scaled);
 }
 
 std::int64_t Grant::bytesStaged() const {
@@ -105,43 +125,43 @@ bool Grant::answer(Ask kind, MessageReader& question, const Send& send) {
       case Ask::open: open(question, send); break;
       case Ask::neighbour: openNeighbour(question, send); break;
       case Ask::enumerate: enumerate(question, send); break;
-      case Ask::typeOf: send(message(Tell::done).text(readInput(question).contentType.mimeType()), -1); break;
+      case Ask::typeOf: send(message(Tell::done).text(readInput(question).contentType.mimeType()), {}); break;
       case Ask::stage: stage(question, send); break;
       case Ask::stageFolder: stageFolder(question, send); break;
       case Ask::publishFolder: publishFolder(question, send); break;
       case Ask::beginFile: {
         FolderGrant& folder = readFolder(question);
-        send(message(Tell::opened), folder.beginFile(question));
+        send(message(Tell::opened), only(folder.beginFile(question)));
         break;
       }
       case Ask::link: {
         FolderGrant& folder = readFolder(question);
-        send(message(Tell::linked).number(folder.link(question)), -1);
+        send(message(Tell::linked).number(folder.link(question)), {});
         break;
       }
       case Ask::settle:
         readFolder(question).settle();
-        send(message(Tell::done).text(""), -1);
+        send(message(Tell::done).text(""), {});
         break;
       case Ask::publishStaged:
         if (type_.isPerFile()) throw OutsideGrant();
         context_.publishStaged();
-        send(message(Tell::done).text(""), -1);
+        send(message(Tell::done).text(""), {});
         break;
       default: {
         const auto output = published_.find(question.number());
         if (output == published_.end()) throw OutsideGrant();
-        send(message(Tell::done).text(context_.published(output->second).url.native()), -1);
+        send(message(Tell::done).text(context_.published(output->second).url.native()), {});
       }
     }
   } catch (const OperationError& error) {
     MessageWriter failed = message(Tell::failed);
     write(failed, error);
-    send(failed, -1);
+    send(failed, {});
   } catch (const EntryOutside& outside) {
-    send(message(Tell::outside).text(cutText(outside.name())), -1);
+    send(message(Tell::outside).text(cutText(outside.name())), {});
   } catch (const CancellationError&) {
-    send(message(Tell::cancelled), -1);
+    send(message(Tell::cancelled), {});
   }
   return true;
 }
@@ -151,8 +171,14 @@ const InputFile& Grant::readInput(MessageReader& message) const {
 }
 
 void Grant::open(MessageReader& question, const Send& send) {
-  const InputHandle handle = context_.open(readInput(question));
-  send(message(Tell::opened), handle.descriptor());
+  const auto first = static_cast<std::size_t>(question.number(std::ssize(inputs_) - 1));
+  const auto most = static_cast<std::size_t>(question.number(platform::mostDescriptors));
+  const auto wanted = std::span(inputs_).subspan(first).first(std::min(most, inputs_.size() - first));
+  std::vector<InputHandle> opened = openRun(wanted, context_);
+  // The worker is told why it didn't get the first.
+  if (opened.empty()) opened.push_back(context_.open(inputs_[first]));
+  const std::vector<int> descriptors = descriptorsOf(opened);
+  send(message(Tell::opened), descriptors);
 }
 
 void Grant::openNeighbour(MessageReader& question, const Send& send) {
@@ -161,8 +187,8 @@ void Grant::openNeighbour(MessageReader& question, const Send& send) {
   if (!type_.readsNeighbours()) throw OutsideGrant();
   const Neighbour neighbour = context_.openNeighbour(input, name);
   MessageWriter reply = message(Tell::neighbour).choice(neighbour.place);
-  if (neighbour.place != Neighbour::Place::here) return send(reply, -1);
-  send(reply.text(neighbour.file->url().native()), neighbour.file->descriptor());
+  if (neighbour.place != Neighbour::Place::here) return send(reply, {});
+  send(reply.text(neighbour.file->url().native()), only(neighbour.file->descriptor()));
 }
 
 void Grant::enumerate(MessageReader& question, const Send& send) {
@@ -176,11 +202,11 @@ void Grant::enumerate(MessageReader& question, const Send& send) {
   for (const InputFile& file : files) {
     MessageWriter input = message(Tell::input);
     write(input, file);
-    if (answer.bytes().size() + input.bytes().size() > platform::longestMessage) send(std::exchange(answer, {}), -1);
+    if (answer.bytes().size() + input.bytes().size() > platform::longestMessage) send(std::exchange(answer, {}), {});
     answer.append(input);
     if (isFirst) bytesIn_ = saturatedSum(bytesIn_, file);
   }
-  send(answer, -1);
+  send(answer, {});
   inputs_.insert(inputs_.end(), files.begin(), files.end());
 }
 
@@ -210,7 +236,7 @@ void Grant::stage(MessageReader& question, const Send& send) {
   if (staged_.size() >= mostOpenOutputs)
     throw OperationError::engineFailed("writing", "Too many outputs are open at once.");
   auto output = context_.stage(input, naming);
-  send(message(Tell::staged).number(stagedCount_).text(output->url().native()), output->descriptor());
+  send(message(Tell::staged).number(stagedCount_).text(output->url().native()), only(output->descriptor()));
   staged_.emplace(stagedCount_++, std::move(output));
 }
 
@@ -221,7 +247,7 @@ void Grant::stageFolder(MessageReader& question, const Send& send) {
   if (folders_.size() >= mostOpenFolders)
     throw OperationError::engineFailed("writing", "Too many folders are open at once.");
   FolderGrant folder(context_.stageFolder(input, naming));
-  send(message(Tell::staged).number(stagedCount_).text(folder.url().native()), -1);
+  send(message(Tell::staged).number(stagedCount_).text(folder.url().native()), {});
   folders_.emplace(stagedCount_++, std::move(folder));
 }
 
@@ -246,7 +272,7 @@ void Grant::publishFolder(MessageReader& question, const Send& send) {
   folders_.erase(number);
   bytesPublished_ += bytes;
   published_.emplace(number, output);
-  send(message(Tell::done).text(output.url.native()), -1);
+  send(message(Tell::done).text(output.url.native()), {});
 }
 
 // What the worker tells without being answered.

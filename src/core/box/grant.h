@@ -19,6 +19,7 @@
 #include <variant>
 #include <vector>
 
+#include "core/batch.h"
 #include "core/box/folder_grant.h"
 #include "core/box/message.h"
 #include "core/box/protocol.h"
@@ -45,23 +46,32 @@ struct BoxLimits {
   std::chrono::seconds processorTime = std::chrono::hours(24);
   // How long a worker may take to notice that it is to stop.
   std::chrono::milliseconds stopping{2000};
+  // What a worker is handed at once.
+  Grouping grouping{};
 };
 
 // What sentences call the inputs: the name of the one, or "One of these files".
 std::string nameFor(std::span<const InputFile> inputs);
 
+// Opens as many of the inputs, from the first on, as can be opened and go with one message.
+std::vector<InputHandle> openRun(std::span<const InputFile> inputs, OperationContext& context);
+std::vector<int> descriptorsOf(std::span<const InputHandle> files);
+
+// The largest file that a worker may write for so many bytes of inputs.
+std::int64_t outputLimitFor(std::int64_t bytesIn, const BoxLimits& limits);
+
 class Grant {
  public:
-  // Sends a message, with a descriptor if that is not negative.
-  using Send = std::function<void(const MessageWriter& message, int descriptor)>;
+  using Send = std::function<void(const MessageWriter& message, std::span<const int> descriptors)>;
 
   // All outlive it.
   Grant(const OperationType& type, std::span<const InputFile> inputs, OperationContext& context,
         const BoxLimits& limits);
 
-  // Takes what the worker sent at once, and answers where it asks. Throws DamagedMessage or OutsideGrant for
-  // one that ends the worker, and OperationError for a budget that is overdrawn.
-  void take(std::string_view bytes, const Send& send);
+  // Takes what the worker sent at once, and answers where it asks; gives back what stands behind the end of the
+  // request. Throws DamagedMessage or OutsideGrant for a message that ends the worker, and OperationError for a budget
+  // that is overdrawn. Not after the end.
+  std::string_view take(std::string_view bytes, const Send& send);
 
   bool hasEnded() const { return ending_.has_value(); }
   // How the request ended, or its error thrown as it would be in process. Once it has.
@@ -78,7 +88,7 @@ class Grant {
   bool hasPublished() const { return !published_.empty(); }
 
   // The largest file that the worker may write now, in bytes.
-  std::int64_t outputLimit() const;
+  std::int64_t outputLimit() const { return outputLimitFor(bytesIn_, limits_); }
   // Throws OperationError if the outputs have grown beyond that together.
   void checkOutputs() const;
 

@@ -37,6 +37,9 @@ class MessageWriter {
   // Another message, or several, behind this one.
   void append(const MessageWriter& other) { bytes_ += other.bytes_; }
 
+  // Begins anew, in the same memory.
+  void clear() { bytes_.clear(); }
+
   const std::string& bytes() const { return bytes_; }
 
  private:
@@ -58,6 +61,8 @@ class MessageReader {
     return static_cast<Enum>(number(static_cast<std::int64_t>(enumeratorCount<Enum>()) - 1));
   }
   bool isAtEnd() const { return rest_.empty(); }
+  // What has not been read.
+  std::string_view rest() const { return rest_; }
 
  private:
   std::string_view take(std::size_t count);

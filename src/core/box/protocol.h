@@ -25,17 +25,15 @@ namespace quirn::box {
 
 // From the program.
 enum class Tell {
-  // A new request: serial, whether it is for each file alone, whether it is for the settings alone, operation, output
-  // folder ("" for none), total of the
-  // progress, number of inputs, number of pieces of settings. So many "input" and "setting" messages follow. May come
-  // with the
-  // descriptor of the first input, open already.
+  // New requests: serial, whether each input is a request of its own, whether it is for the settings alone, operation,
+  // output folder ("" for none), total of the progress, number of inputs, number of pieces of settings. So many "input"
+  // and "setting" messages follow. Comes with the descriptors of the first inputs, as far as they are open already.
   begin,
-  input,    // an input file; the n-th is input number n
+  input,    // an input file; the n-th of a request is input number n
   setting,  // key, a piece of its value; pieces of the same key in a row belong together
 
   // The answers to what a worker asks.
-  opened,     // with a descriptor
+  opened,     // with descriptors, of one file or of several inputs in a row
   neighbour,  // place, location; with a descriptor if it is here
   listed,     // how many "input" messages follow, number of the first
   staged,     // number, location; with a descriptor if it is no folder
@@ -51,7 +49,7 @@ enum class Ask {
   ready,  // once, after its lock-down
 
   // Questions; each is answered before the next.
-  open,           // number of an input
+  open,           // number of an input, how many from there on are wanted at most
   neighbour,      // number of an input, name
   enumerate,      // number of an input
   typeOf,         // number of an input
@@ -76,7 +74,8 @@ enum class Ask {
 
   setting,  // as in a request; of one for the settings alone
 
-  // How the request ended; "finished", "failed", "cancelled" and "fault" are the last message of a request.
+  // How the request ended; "finished", "failed", "cancelled" and "fault" are the last message of a request. What
+  // follows is about the next one of those that were told together.
   output,    // number of an output
   failure,   // file name, message
   finished,  // whether there is a summary, summary
@@ -85,7 +84,7 @@ enum class Ask {
   fault,  // text
 };
 
-// Spoken to a worker while it is busy: a request's serial, which stops that request, or this.
+// Spoken to a worker while it is busy: the serial of its requests, which stops them, or this.
 inline constexpr std::uint32_t howFar = 0;
 
 // Longer texts are cut by the worker, and refused by the program.

@@ -5,17 +5,18 @@
 
 #include <fmt/format.h>
 
-#include <chrono>
 #include <cstdlib>
 #include <exception>
 #include <mutex>
 #include <new>
 #include <optional>
+#include <span>
 #include <thread>
 
 #include "core/box/boxed_context.h"
 #include "core/box/grant.h"
 #include "core/box/module_operations.h"
+#include "core/box/outbox.h"
 #include "core/box/protocol.h"
 #include "core/budgets.h"
 #include "platform/lockdown.h"
@@ -24,12 +25,10 @@
 namespace quirn::box {
 namespace {
 
-constexpr std::chrono::minutes patience{10};  // the program reads what it is told at once
-
 // Listens while an operation works: answers how far it is, stops it, and ends the process when the program is gone.
 class Listener {
  public:
-  explicit Listener(const platform::WorkerConnection& connection) {
+  Listener(const platform::WorkerConnection& connection, Outbox& outbox) : outbox_(outbox) {
     std::thread([this, &connection] { listen(connection); }).detach();
   }
 
@@ -48,7 +47,7 @@ class Listener {
       if (context_ == nullptr) continue;
       if (*number == howFar) {
         context_->noteState();
-        context_->send();
+        outbox_.send();
       }
       if (*number == serial_) stop();
     }
@@ -60,45 +59,73 @@ class Listener {
     context_->requestStop();
   }
 
+  Outbox& outbox_;
   std::mutex mutex_;
   // All guarded by mutex_.
   BoxedContext* context_ = nullptr;
   std::uint32_t serial_ = 0;
-  std::uint32_t stopped_ = howFar;  // the last request that was to be stopped; it may not have begun here
+  std::uint32_t stopped_ = howFar;  // the last requests that were to be stopped; they may not have begun here
 };
 
 // What a worker is asked to do.
 struct Work {
   std::uint32_t serial = 0;
   std::string operationID;
-  BoxedContext::Request request;
+  bool isPerFile = false;  // each input is a request of its own
   bool isForConfiguration = false;
+  std::optional<std::filesystem::path> outputDirectory;
+  std::int64_t total = 1;
+  std::vector<InputFile> inputs;
+  std::vector<platform::FileDescriptor> opened;  // of the first inputs
   std::vector<Setting> settings;
 };
 
 class Worker {
  public:
   Worker(const OperationRegistry& own, const OperationRegistry* ofModule, const platform::WorkerConnection& connection)
-      : own_(own), ofModule_(ofModule), messages_(connection.messages()), listener_(connection) {}
+      : own_(own),
+        ofModule_(ofModule),
+        messages_(connection.messages()),
+        outbox_(messages_),
+        listener_(connection, outbox_) {}
 
   void serve() {
-    if (!messages_.send(MessageWriter().choice(Ask::ready).bytes(), -1, patience)) return;
+    outbox_.note(std::move(MessageWriter().choice(Ask::ready)));
+    outbox_.send();
     while (auto begin = messages_.receive(platform::MessageSocket::Descriptors::accepted)) {
-      Work work = readWork(begin->bytes);
-      work.request.firstInput = std::move(begin->descriptor);
-      const std::vector<InputFile> inputs = work.request.inputs;
-      BoxedContext context(messages_, std::move(work.request));
-      context_ = &context;
-      listener_.attend(&context, work.serial);
-      const MessageWriter ending = endingOf(work, inputs, context);
-      listener_.attend(nullptr, work.serial);
-      context.noteState();
-      context.note(ending);
-      context.send();
+      Work work = readWork(std::move(begin->bytes));
+      work.opened = std::move(begin->descriptors);
+      work.opened.resize(work.inputs.size());
+      if (work.isPerFile) {
+        for (std::size_t i = 0; i < work.inputs.size(); ++i)
+          serve(work, std::span(&work.inputs[i], 1), std::move(work.opened[i]));
+      } else {
+        serve(work, work.inputs, {});
+      }
+      outbox_.send();
     }
   }
 
  private:
+  void serve(const Work& work, std::span<const InputFile> inputs, platform::FileDescriptor opened) {
+    const std::int64_t sentBefore = outbox_.sendCount();
+    BoxedContext context(messages_, outbox_,
+                         {.total = work.total,
+                          .isPerFile = work.isPerFile,
+                          .outputDirectory = work.outputDirectory,
+                          .inputs = {inputs.begin(), inputs.end()},
+                          .firstInput = std::move(opened)});
+    context_ = &context;
+    listener_.attend(&context, work.serial);
+    const MessageWriter ending = endingOf(work, inputs, context);
+    listener_.attend(nullptr, work.serial);
+    context.noteState();
+    context.note(ending);
+    // The end of one of which the program has heard doesn't wait for the next: should that one end this process, the
+    // program takes it for the first one's fault.
+    if (outbox_.sendCount() != sentBefore) outbox_.send();
+  }
+
   Work readWork(std::string bytes) const {
     MessageReader message(bytes);
     const auto take = [&](Tell expected) {
@@ -113,16 +140,16 @@ class Worker {
     Work work;
     take(Tell::begin);
     work.serial = static_cast<std::uint32_t>(message.number());
-    work.request.isPerFile = message.number(1) == 1;
+    work.isPerFile = message.number(1) == 1;
     work.isForConfiguration = message.number(1) == 1;
     work.operationID = message.text();
-    if (const std::string folder(message.text()); !folder.empty()) work.request.outputDirectory = folder;
-    work.request.total = message.number();
+    if (const std::string folder(message.text()); !folder.empty()) work.outputDirectory = folder;
+    work.total = message.number();
     const std::int64_t inputs = message.number();
     const std::int64_t settings = message.number();
     for (std::int64_t i = 0; i < inputs; ++i) {
       take(Tell::input);
-      work.request.inputs.push_back(readInputFile(message, typeOf_));
+      work.inputs.push_back(readInputFile(message, typeOf_));
     }
     for (std::int64_t i = 0; i < settings; ++i) {
       take(Tell::setting);
@@ -146,18 +173,17 @@ class Worker {
     return config;
   }
 
-  static OperationResult run(const OperationType& type, const Work& work, const std::vector<InputFile>& inputs,
+  static OperationResult run(const OperationType& type, const Work& work, std::span<const InputFile> inputs,
                              BoxedContext& context) {
     const auto config = configOf(type, work);
-    if (type.isPerFile()) return {{type.processFile(inputs.at(0), *config, context)}, std::nullopt, {}};
+    if (type.isPerFile()) return {{type.processFile(inputs.front(), *config, context)}, std::nullopt, {}};
     const auto operation = type.make();
     if (const auto* configurable = dynamic_cast<const AnyConfigurableOperation*>(operation.get()))
       return configurable->runConfigured(inputs, *config, context);
     return operation->run(inputs, context);
   }
 
-  static void tellConfiguration(const OperationType& type, const std::vector<InputFile>& inputs,
-                                BoxedContext& context) {
+  static void tellConfiguration(const OperationType& type, std::span<const InputFile> inputs, BoxedContext& context) {
     const auto config = type.configurationFor(inputs, context);
     const Panel panel = type.configPanel(*config);
     const auto tell = [&](const auto& item) {
@@ -171,9 +197,10 @@ class Worker {
   }
 
   // Runs it, tells of what there is to tell, and gives the last message.
-  MessageWriter endingOf(const Work& work, const std::vector<InputFile>& inputs, BoxedContext& context) const {
+  MessageWriter endingOf(const Work& work, std::span<const InputFile> inputs, BoxedContext& context) const {
     MessageWriter ending;
     try {
+      context.checkCancellation();
       OperationResult result;
       if (work.isForConfiguration)
         tellConfiguration(typeOf(work), inputs, context);
@@ -202,6 +229,7 @@ class Worker {
   const OperationRegistry& own_;
   const OperationRegistry* ofModule_;
   const platform::MessageSocket& messages_;
+  Outbox outbox_;
   Listener listener_;
   BoxedContext* context_ = nullptr;  // of the request that is served
   TypeOf typeOf_ = [this](const std::filesystem::path& file) { return context_->typeOf(file); };

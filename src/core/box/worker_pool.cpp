@@ -50,18 +50,32 @@ WorkerPool::Worker WorkerPool::takeWarm(const std::string& kind) {
   return nullptr;
 }
 
-WorkerPool::Worker WorkerPool::start(const std::string& kind) {
-  std::packaged_task<Worker()> spawn(
-      [this, kind] { return std::make_unique<platform::WorkerProcess>(program_, kind); });
-  std::future<Worker> spawned = spawn.get_future();
-  {
-    const std::scoped_lock guard(mutex_);
-    spawns_.push_back(std::move(spawn));
-    if (!spawner_.joinable()) spawner_ = std::thread([this] { spawnInTurn(); });
-  }
+void WorkerPool::prepare(const std::string& kind, std::ptrdiff_t count) {
+  const std::scoped_lock guard(mutex_);
+  std::vector<std::future<Worker>>& begun = begun_[kind];
+  count -= std::ssize(warm_[kind]) + std::ssize(begun);
+  for (; count > 0; --count) begun.push_back(beginStart(kind));
+}
+
+std::future<WorkerPool::Worker> WorkerPool::beginStart(const std::string& kind) {
+  spawns_.emplace_back([this, kind] { return std::make_unique<platform::WorkerProcess>(program_, kind); });
+  if (!spawner_.joinable()) spawner_ = std::thread([this] { spawnInTurn(); });
   asked_.notify_one();
+  return spawns_.back().get_future();
+}
+
+std::future<WorkerPool::Worker> WorkerPool::takeBegun(const std::string& kind) {
+  const std::scoped_lock guard(mutex_);
+  std::vector<std::future<Worker>>& begun = begun_[kind];
+  if (begun.empty()) return beginStart(kind);
+  std::future<Worker> first = std::move(begun.front());
+  begun.erase(begun.begin());
+  return first;
+}
+
+WorkerPool::Worker WorkerPool::start(const std::string& kind) {
   try {
-    Worker worker = spawned.get();
+    Worker worker = takeBegun(kind).get();
     if (!isReady(*worker)) fail("The worker ended before it was ready.");
     return worker;
   } catch (const std::system_error& error) {

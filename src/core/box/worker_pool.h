@@ -7,6 +7,7 @@
 #pragma once
 
 #include <condition_variable>
+#include <cstddef>
 #include <deque>
 #include <filesystem>
 #include <future>
@@ -35,6 +36,9 @@ class WorkerPool {
   // One that waits, or null. Those that died while they waited, or spoke unasked, are dropped.
   Worker takeWarm(const std::string& kind);
 
+  // Begins to start so many, which start() then finds on their way.
+  void prepare(const std::string& kind, std::ptrdiff_t count);
+
   // A new one, locked and ready. Throws engineFailed.
   Worker start(const std::string& kind);
 
@@ -42,6 +46,8 @@ class WorkerPool {
   void keep(const std::string& kind, Worker worker);
 
  private:
+  std::future<Worker> beginStart(const std::string& kind);  // mutex_ is held
+  std::future<Worker> takeBegun(const std::string& kind);
   void spawnInTurn();
 
   std::filesystem::path program_;
@@ -49,6 +55,7 @@ class WorkerPool {
   std::condition_variable asked_;
   // All guarded by mutex_.
   std::map<std::string, std::vector<Worker>> warm_;
+  std::map<std::string, std::vector<std::future<Worker>>> begun_;  // that nobody has asked for yet
   std::deque<std::packaged_task<Worker()>> spawns_;
   bool isEnding_ = false;
   // Starts every worker: the kernel kills a worker when the thread that started it ends.

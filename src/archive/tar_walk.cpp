@@ -1,10 +1,11 @@
 // SPDX-FileCopyrightText: Quirn contributors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
+#include "archive/tar_walk.h"
+
 #include <algorithm>
 #include <limits>
 
-#include "archive/tar.h"
 #include "platform/text.h"
 
 namespace quirn {
@@ -50,7 +51,7 @@ bool isAboutAnother(std::uint8_t typeflag) {
   return typeflag == 'K' || typeflag == 'L' || typeflag == 'x' || typeflag == 'g';
 }
 
-TarEntry entryIn(Span header, std::size_t dataOffset) {
+TarEntry entryIn(Span header, std::uint64_t dataOffset) {
   TarEntry entry;
   entry.name = textIn(header.subspan(0, 100));
   if (const std::string prefix = textIn(header.subspan(345, 155)); !prefix.empty())
@@ -71,20 +72,82 @@ bool isZero(Span block) {
 
 }  // namespace
 
-std::vector<TarEntry> listTarEntries(Span bytes) {
-  std::vector<TarEntry> entries;
-  for (std::size_t position = 0; bytes.size() - position >= tarBlockSize;) {
-    const Span header = bytes.subspan(position, tarBlockSize);
-    if (isZero(header)) break;
-    position += tarBlockSize;
-    TarEntry entry = entryIn(header, position);
-    const std::uint64_t size = entry.size;
-    if (!entry.name.empty() && !isAboutAnother(entry.typeflag)) entries.push_back(std::move(entry));
+std::optional<TarEntry> TarWalk::next() {
+  for (;;) {
+    skip(dataLeft_ + padding_);
+    const auto header = readBlock();
+    if (!header || isZero(*header)) break;
+    TarEntry entry = entryIn(*header, position_);
     // The data may be cut off, or its size be no honest number.
-    if (size > bytes.size() - position) break;
-    const std::uint64_t padded = (size + tarBlockSize - 1) / tarBlockSize * tarBlockSize;
-    position += static_cast<std::size_t>(std::min<std::uint64_t>(padded, bytes.size() - position));
+    isWhole_ = entry.size <= left();
+    dataLeft_ = std::min(entry.size, left());
+    padding_ = (tarBlockSize - dataLeft_ % tarBlockSize) % tarBlockSize;
+    if (!entry.name.empty() && !isAboutAnother(entry.typeflag)) return entry;
   }
+  size_ = position_;
+  return std::nullopt;
+}
+
+std::span<const std::byte> TarWalk::read(std::size_t most) {
+  const Span piece = take(std::min<std::uint64_t>(most, dataLeft_));
+  dataLeft_ -= piece.size();
+  return piece;
+}
+
+std::span<const std::byte> TarWalk::readAll() {
+  const Span first = read(static_cast<std::size_t>(dataLeft_));
+  if (dataLeft_ == 0 || first.empty()) return first;
+  gathered_.assign(first.begin(), first.end());
+  while (dataLeft_ > 0) {
+    const Span piece = read(static_cast<std::size_t>(dataLeft_));
+    if (piece.empty()) break;
+    platform::append(gathered_, piece);
+  }
+  return gathered_;
+}
+
+// None where the archive ends, whatever its size was said to be.
+Span TarWalk::take(std::uint64_t most) {
+  const auto count = static_cast<std::size_t>(std::min(most, left()));
+  const Span piece = count == 0 ? Span() : source_(count);
+  position_ += piece.size();
+  if (piece.empty() && count > 0) size_ = position_;
+  return piece;
+}
+
+void TarWalk::skip(std::uint64_t count) {
+  dataLeft_ = padding_ = 0;
+  while (count > 0) {
+    const Span piece = take(count);
+    if (piece.empty()) return;
+    count -= piece.size();
+  }
+}
+
+std::optional<TarBlock> TarWalk::readBlock() {
+  TarBlock block;
+  std::span<std::byte> room(block);
+  while (!room.empty()) {
+    const Span piece = take(room.size());
+    if (piece.empty()) return std::nullopt;
+    std::ranges::copy(piece, room.begin());
+    room = room.subspan(piece.size());
+  }
+  return block;
+}
+
+TarWalk::Source sourceOver(Span bytes) {
+  return [rest = bytes](std::size_t most) mutable {
+    const Span piece = rest.first(std::min(most, rest.size()));
+    rest = rest.subspan(piece.size());
+    return piece;
+  };
+}
+
+std::vector<TarEntry> listTarEntries(Span bytes) {
+  TarWalk walk(sourceOver(bytes), bytes.size());
+  std::vector<TarEntry> entries;
+  while (auto entry = walk.next()) entries.push_back(std::move(*entry));
   return entries;
 }
 
