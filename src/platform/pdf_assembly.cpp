@@ -187,7 +187,7 @@ std::size_t PDFAssembly::append(const PDFDocument& source, std::size_t first, st
     state.fields.add(qpdf, copy.widgetsOf(pages), copy.copier(), state.writer);
     for (; arrived < count && !stop.stop_requested(); ++arrived) {
       Node& node = state.node();
-      PDFDocument::Internals::mendPage(pages[arrived]);
+      internals.mendPage(pages[arrived]);
       copy.write(pages[arrived], numbers[arrived], node.number);
       node.kids += fmt::format("{} 0 R ", numbers[arrived]);
       ++node.count;

@@ -4,6 +4,7 @@
 #include "platform/pdf_document.h"
 
 #include <algorithm>
+#include <charconv>
 #include <cmath>
 #include <set>
 #include <system_error>
@@ -34,6 +35,28 @@ std::unique_ptr<QPDF> opened(const std::shared_ptr<PDFSource>& source, const std
     return nullptr;
   }
   return qpdf;
+}
+
+// Told by their bytes, so that most streams are never looked at any closer.
+bool isStream(PDFRawObjects& objects, PDFReference reference) {
+  static const PDFRewriting nowhere{.numberOf = [](PDFReference) { return 0; },
+                                    .integerAt = [](PDFReference) { return std::optional<std::int64_t>(0); },
+                                    .stringText = {}};
+  std::string text;
+  const auto object = objects.scan(reference, nowhere, text);
+  return object && object->isStream;
+}
+
+// The same of a page about which nothing can have to be mended.
+bool isPlain(PDFRawObjects& objects, QPDFObjectHandle page) {
+  const std::string text = objects.textOf({page.getObjectID(), page.getGeneration()}).value_or("");
+  if (text.find("/MediaBox[") == std::string::npos) return false;
+  constexpr std::string_view key = "/Contents ";
+  const std::size_t at = text.find(key);
+  if (at == std::string::npos) return text.find("/Contents") == std::string::npos;
+  PDFReference contents;
+  std::from_chars(text.data() + at + key.size(), text.data() + text.size(), contents.number);
+  return isStream(objects, contents);
 }
 
 }  // namespace
@@ -93,7 +116,8 @@ void PDFDocument::Internals::mend() {
   qpdf->getTrailer().replaceKey("/Size", QPDFObjectHandle::newInteger(1));
 }
 
-bool PDFDocument::Internals::mendPage(QPDFObjectHandle page) {
+bool PDFDocument::Internals::mendPage(QPDFObjectHandle page) const {
+  if (raw && isPlain(*raw, page)) return false;
   bool isChanged = false;
   if (!rectangleOf(pageAttribute(page, "/MediaBox"))) {
     page.replaceKey("/MediaBox", arrayOf(usLetter));

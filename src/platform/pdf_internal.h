@@ -42,7 +42,7 @@ struct PDFDocument::Internals {
   // Sets right what others would complain of: for a document that is to be written, and for pages that are taken over.
   // A page tells whether that changed it.
   void mend();
-  static bool mendPage(QPDFObjectHandle page);
+  bool mendPage(QPDFObjectHandle page) const;
 
   // Runs `work`, which calls the library, with the library's errors as PDFError of `kind`, or as readFailed if the disk
   // was at fault.

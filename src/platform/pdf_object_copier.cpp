@@ -61,15 +61,10 @@ void PDFObjectCopier::copy(PDFReference reference, int number) {
 }
 
 std::optional<std::int64_t> PDFObjectCopier::integerAt(PDFReference reference) const {
-  static const PDFRewriting asItIs{.numberOf = [](PDFReference) { return 0; },
-                                   .integerAt = [](PDFReference) { return std::nullopt; }};
-  std::string text;
-  if (source_.raw->scan(reference, asItIs, text)) {
-    std::int64_t value = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
-    if (error == std::errc() && end == text.data() + text.size()) return value;
-  }
-  return std::nullopt;
+  const std::string text = source_.raw->textOf(reference).value_or("");
+  std::int64_t value = 0;
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+  return error == std::errc() && end == text.data() + text.size() ? std::optional(value) : std::nullopt;
 }
 
 void PDFObjectCopier::copyBytes(std::int64_t offset, std::int64_t length) {

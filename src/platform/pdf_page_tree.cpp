@@ -22,14 +22,10 @@ constexpr int mostCopies = 10'000;        // of pages that are listed again
 
 // Told by its bytes, since most pages of most documents are never looked at any closer.
 bool isPageBelow(Object parent, PDFRawObjects& objects, Object node) {
-  static const PDFRewriting asItIs{.numberOf = [](PDFReference reference) { return reference.number; },
-                                   .integerAt = [](PDFReference) { return std::nullopt; },
-                                   .stringText = {}};
-  std::string text;
-  const auto object = objects.scan({node.getObjectID(), node.getGeneration()}, asItIs, text);
-  const auto holds = [&](std::string_view part) { return text.find(part) != std::string::npos; };
-  return object && !object->isStream && text.starts_with("<<") && !holds("/Kids") &&
-         (holds("/Type/Page/") || holds("/Type/Page>")) && holds(fmt::format("/Parent {} 0 R", parent.getObjectID()));
+  const auto text = objects.textOf({node.getObjectID(), node.getGeneration()});
+  const auto holds = [&](std::string_view part) { return text->find(part) != std::string::npos; };
+  return text && text->starts_with("<<") && !holds("/Kids") && (holds("/Type/Page/") || holds("/Type/Page>")) &&
+         holds(fmt::format("/Parent {} 0 R", parent.getObjectID()));
 }
 
 // Makes the page's own what it inherits, but for what it inherits of `place` as well. Pages go on sharing one

@@ -73,6 +73,15 @@ std::optional<ScannedObject> PDFRawObjects::scan(PDFReference reference, const P
                               : scanInContainer(reference, entry, rewriting, text);
 }
 
+std::optional<std::string> PDFRawObjects::textOf(PDFReference reference) {
+  static const PDFRewriting asItIs{.numberOf = [](PDFReference named) { return named.number; },
+                                   .integerAt = [](PDFReference) { return std::nullopt; },
+                                   .stringText = {}};
+  std::string text;
+  const auto object = scan(reference, asItIs, text);
+  return object && !object->isStream ? std::optional(std::move(text)) : std::nullopt;
+}
+
 std::optional<ScannedObject> PDFRawObjects::scanInFile(PDFReference reference, std::int64_t offset,
                                                        const PDFRewriting& rewriting, std::string& text) {
   const std::size_t begin = text.size();
