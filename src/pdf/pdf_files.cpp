@@ -17,6 +17,7 @@ using platform::PDFError;
 OperationError readError(const PDFError& error, const InputFile& input) {
   switch (error.kind()) {
     case PDFError::Kind::tooDeep: return breachOf(Budget::nesting, input.fileName());
+    case PDFError::Kind::tooLarge: return breachOf(Budget::bytesOutPerByteIn, input.fileName());
     case PDFError::Kind::readFailed:
       return OperationError::readFailed(input.url,
                                         fmt::format("Read failed partway through the file. {}", error.what()));
@@ -26,17 +27,8 @@ OperationError readError(const PDFError& error, const InputFile& input) {
   return OperationError::readFailed(input.url, "Not a readable PDF");
 }
 
-void guardedRead(const InputFile& input, const std::function<void()>& work) {
-  try {
-    work();
-  } catch (const PDFError& error) {
-    throw readError(error, input);
-  }
-}
-
 PDFDocument openPDF(const InputFile& input, OperationContext& context) {
-  PDFDocument document;
-  guardedRead(input, [&] { document = PDFDocument(context.open(input).takeFile()); });
+  PDFDocument document = guardedRead(input, [&] { return PDFDocument(context.open(input).takeFile()); });
   if (std::cmp_greater(document.pageCount(), limitOf(Budget::pages))) throw breachOf(Budget::pages, input.fileName());
   return document;
 }

@@ -25,7 +25,14 @@ platform::PDFDocument openPDF(const InputFile& input, OperationContext& context)
 platform::PDFDocument openUnlockedPDF(const InputFile& input, OperationContext& context);
 
 // Calls `work`, which reads from a document of `input`, with the service's errors as readError() has them.
-void guardedRead(const InputFile& input, const std::function<void()>& work);
+template <class Work>
+auto guardedRead(const InputFile& input, const Work& work) {
+  try {
+    return work();
+  } catch (const platform::PDFError& error) {
+    throw readError(error, input);
+  }
+}
 
 // Calls `work`, which writes parts of `input` into `output`, and throws writeFailed with the detail `failure`, or what
 // readError() makes of a failing disk, where that fails.

@@ -106,7 +106,6 @@ class PageCopy {
       if (value.isIndirect() || !value.isDictionary()) return copier_.entry(key, value);
       return fmt::format("{} {} 0 R ", key, shared(node.getObjGen(), value));
     }
-    if (key == "/MediaBox") return "/MediaBox [ 0 0 612 792 ] ";
     return key == "/Resources" ? "/Resources << >> " : "";
   }
 
@@ -188,6 +187,7 @@ std::size_t PDFAssembly::append(const PDFDocument& source, std::size_t first, st
     state.fields.add(qpdf, copy.widgetsOf(pages), copy.copier(), state.writer);
     for (; arrived < count && !stop.stop_requested(); ++arrived) {
       Node& node = state.node();
+      internals.mendPage(pages[arrived]);
       copy.write(pages[arrived], numbers[arrived], node.number);
       node.kids += fmt::format("{} 0 R ", numbers[arrived]);
       ++node.count;

@@ -132,19 +132,11 @@ void PDFCanvas::close() {
     root.replaceKey("/Type", Object::newName("/Catalog"));
     Object layers = qpdf.getRoot().getKey("/OCProperties");
     if (layers.isDictionary()) root.replaceKey("/OCProperties", layers);
-    Object tree = qpdf.makeIndirectObject(Object::newDictionary());
-    tree.replaceKey("/Type", Object::newName("/Pages"));
-    tree.replaceKey("/Kids", Object::newArray(state_->pages));
-    tree.replaceKey("/Count", Object::newInteger(static_cast<long long>(state_->pages.size())));
-    for (Object& page : state_->pages) page.replaceKey("/Parent", tree);
-    root.replaceKey("/Pages", tree);
     Object trailer = qpdf.getTrailer();
     trailer.replaceKey("/Root", qpdf.makeIndirectObject(root));
     for (const char* const key : {"/Info", "/ID", "/Encrypt"}) trailer.removeKey(key);
-    // A damaged file may have none; where there is one, the writer sets it right.
-    trailer.replaceKey("/Size", Object::newInteger(1));
+    state_->document.internals().setPages(state_->pages);
   });
-  state_->document.internals().findPages();
 }
 
 }  // namespace quirn::platform

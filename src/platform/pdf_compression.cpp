@@ -132,6 +132,7 @@ void writeCompressed(const PDFDocument& document, int descriptor) {
   const PDFDocument::Internals& internals = document.internals();
   internals.guarded(PDFError::Kind::writeFailed, [&] {
     PDFDocument::Internals::requireReadable(internals.pages);
+    document.internals().mend();
     PDFSink sink(descriptor);
     QPDFWriter writer(*internals.qpdf);
     writer.setOutputPipeline(&sink);

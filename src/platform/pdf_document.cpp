@@ -4,24 +4,27 @@
 #include "platform/pdf_document.h"
 
 #include <algorithm>
+#include <charconv>
 #include <cmath>
 #include <set>
 #include <system_error>
 #include <utility>
 
 #include "platform/file_descriptor.h"
+#include "platform/pdf_flate_filter.h"
 #include "platform/pdf_internal.h"
 #include "platform/pdf_library.h"
+#include "platform/pdf_page_content.h"
 #include "platform/pdf_sink.h"
 
 namespace quirn::platform {
 namespace {
 
-constexpr int deepestPage = 100;  // levels of the page tree
 constexpr PDFRectangle usLetter{.left = 0, .bottom = 0, .right = 612, .top = 792};
 
 // Null if the password doesn't open the file.
 std::unique_ptr<QPDF> opened(const std::shared_ptr<PDFSource>& source, const std::string& password) {
+  boundFlateStreams();
   auto qpdf = std::make_unique<QPDF>();
   qpdf->setSuppressWarnings(true);
   try {
@@ -34,14 +37,26 @@ std::unique_ptr<QPDF> opened(const std::shared_ptr<PDFSource>& source, const std
   return qpdf;
 }
 
-// Told from a node above pages by its bytes, since most pages of most documents are never looked at any closer.
-bool isPage(PDFRawObjects& objects, PDFReference reference) {
-  static const PDFRewriting rewriting{.numberOf = [](PDFReference) { return 1; },
-                                      .integerAt = [](PDFReference) { return std::nullopt; },
-                                      .stringText = {}};
+// Told by their bytes, so that most streams are never looked at any closer.
+bool isStream(PDFRawObjects& objects, PDFReference reference) {
+  static const PDFRewriting nowhere{.numberOf = [](PDFReference) { return 0; },
+                                    .integerAt = [](PDFReference) { return std::optional<std::int64_t>(0); },
+                                    .stringText = {}};
   std::string text;
-  const auto object = objects.scan(reference, rewriting, text);
-  return object && !object->isStream && text.starts_with("<<") && text.find("/Kids") == std::string::npos;
+  const auto object = objects.scan(reference, nowhere, text);
+  return object && object->isStream;
+}
+
+// The same of a page about which nothing can have to be mended.
+bool isPlain(PDFRawObjects& objects, QPDFObjectHandle page) {
+  const std::string text = objects.textOf({page.getObjectID(), page.getGeneration()}).value_or("");
+  if (text.find("/MediaBox[") == std::string::npos) return false;
+  constexpr std::string_view key = "/Contents ";
+  const std::size_t at = text.find(key);
+  if (at == std::string::npos) return text.find("/Contents") == std::string::npos;
+  PDFReference contents;
+  std::from_chars(text.data() + at + key.size(), text.data() + text.size(), contents.number);
+  return isStream(objects, contents);
 }
 
 }  // namespace
@@ -61,6 +76,8 @@ void PDFDocument::Internals::guarded(PDFError::Kind kind, const std::function<vo
     throw;
   } catch (const std::bad_alloc&) {
     throw;
+  } catch (const PDFStreamTooLarge&) {
+    throw PDFError(PDFError::Kind::tooLarge, "a stream");
   } catch (const std::exception& error) {
     checkSource();
     throw PDFError(kind, error.what());
@@ -74,37 +91,48 @@ void PDFDocument::Internals::requireReadable(std::span<const QPDFObjectHandle> p
   }
 }
 
-// The library's own search is recursive and follows what the file says as deep as it goes.
 void PDFDocument::Internals::findPages() {
-  struct Level {
-    QPDFObjectHandle kids;
-    int next = 0;
-  };
-  pages.clear();
-  pageTree.clear();
-  std::vector<Level> levels;
-  const auto enter = [&](QPDFObjectHandle node) {
-    if (raw && node.isIndirect() && isPage(*raw, {node.getObjectID(), node.getGeneration()})) {
-      pageTree.insert(node.getObjectID());
-      return pages.push_back(node);
-    }
-    if (!node.isDictionary()) return;
-    if (!node.isIndirect()) node = qpdf->makeIndirectObject(node);
-    const bool isNew = pageTree.insert(node.getObjectID()).second;
-    QPDFObjectHandle kids = node.getKey("/Kids");
-    if (!kids.isArray()) return pages.push_back(node);
-    if (levels.size() >= deepestPage) throw PDFError(PDFError::Kind::tooDeep, "page tree");
-    if (isNew) levels.push_back({kids});
-  };
-  enter(qpdf->getRoot().getKey("/Pages"));
-  while (!levels.empty()) {
-    Level& level = levels.back();
-    if (level.next >= level.kids.getArrayNItems()) {
-      levels.pop_back();
-    } else {
-      enter(level.kids.getArrayItem(level.next++));
-    }
+  PDFPageTree tree = readPageTree(*qpdf, raw.get());
+  if (!tree.isSound) return setPages(tree.pages);
+  pages = std::move(tree.pages);
+  pageTree = std::move(tree.numbers);
+}
+
+void PDFDocument::Internals::setPages(const std::vector<QPDFObjectHandle>& newPages) {
+  raw.reset();
+  QPDFObjectHandle root = newPageTree(*qpdf, newPages);
+  qpdf->getRoot().replaceKey("/Pages", root);
+  pages = newPages;
+  pageTree = {root.getObjectID()};
+  for (QPDFObjectHandle page : pages) pageTree.insert(page.getObjectID());
+}
+
+void PDFDocument::Internals::mend() {
+  bool isChanged = false;
+  for (const QPDFObjectHandle& page : pages) isChanged |= mendPage(page);
+  if (isChanged) raw.reset();
+  qpdf->getRoot().replaceKey("/Type", QPDFObjectHandle::newName("/Catalog"));
+  // A damaged file may have none; where there is one, the writer sets it right.
+  qpdf->getTrailer().replaceKey("/Size", QPDFObjectHandle::newInteger(1));
+}
+
+bool PDFDocument::Internals::mendPage(QPDFObjectHandle page) const {
+  if (raw && isPlain(*raw, page)) return false;
+  bool isChanged = false;
+  if (!rectangleOf(pageAttribute(page, "/MediaBox"))) {
+    page.replaceKey("/MediaBox", arrayOf(usLetter));
+    isChanged = true;
   }
+  QPDFObjectHandle contents = page.getKey("/Contents");
+  if (contents.isArray()) {
+    const std::vector<QPDFObjectHandle> streams = contentStreams(page);
+    if (std::cmp_equal(streams.size(), contents.getArrayNItems())) return isChanged;
+    page.replaceKey("/Contents", QPDFObjectHandle::newArray(streams));
+    return true;
+  }
+  if (contents.isStream() || contents.isNull()) return isChanged;
+  page.removeKey("/Contents");
+  return true;
 }
 
 QPDFObjectHandle pageAttribute(QPDFObjectHandle page, const std::string& key) {
@@ -129,11 +157,7 @@ std::optional<PDFRectangle> rectangleOf(QPDFObjectHandle object) {
   return box.width() > 0 && box.height() > 0 ? std::optional(box) : std::nullopt;
 }
 
-PDFDocument::PDFDocument() : internals_(std::make_unique<Internals>()) {
-  internals_->qpdf = std::make_unique<QPDF>();
-  internals_->qpdf->setSuppressWarnings(true);
-  internals_->qpdf->emptyPDF();
-}
+PDFDocument::PDFDocument(std::unique_ptr<Internals> internals) : internals_(std::move(internals)) {}
 
 PDFDocument::PDFDocument(ReadableFile file, const std::string& password) : internals_(std::make_unique<Internals>()) {
   internals_->source = std::make_shared<PDFSource>(std::move(file));
@@ -191,6 +215,7 @@ void PDFDocument::write(int descriptor) const {
   internals_->guarded(PDFError::Kind::writeFailed, [&] {
     if (isLocked()) throw PDFError(PDFError::Kind::writeFailed, "locked");
     Internals::requireReadable(internals_->pages);
+    internals_->mend();
     PDFSink sink(descriptor);
     QPDFWriter writer(*internals_->qpdf);
     writer.setOutputPipeline(&sink);

@@ -31,6 +31,7 @@ class PDFError final : public std::runtime_error {
   enum class Kind {
     unreadable,   // no PDF, or one that is damaged beyond repair
     tooDeep,      // its pages are nested deeper than they are followed
+    tooLarge,     // its tables of objects expand far beyond what is stored
     readFailed,   // the file system's fault
     writeFailed,  // the file system's fault, or an object that can't be written
   };
@@ -60,8 +61,6 @@ struct PDFBookmark {
 
 class PDFDocument {
  public:
-  // A document without pages.
-  PDFDocument();
   // Takes the file over, and reads it again whenever it needs to. `password` may be the user's or the owner's. Throws
   // PDFError.
   explicit PDFDocument(ReadableFile file, const std::string& password = {});
@@ -109,6 +108,7 @@ class PDFDocument {
 
   // What sources of platform/ know of it: pdf_internal.h.
   struct Internals;
+  explicit PDFDocument(std::unique_ptr<Internals> internals);
   Internals& internals() const { return *internals_; }
 
  private:

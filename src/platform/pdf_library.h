@@ -11,7 +11,10 @@
 #include <qpdf/BufferInputSource.hh>
 #include <qpdf/InputSource.hh>
 #include <qpdf/Pipeline.hh>
+#include <qpdf/Pl_Buffer.hh>
+#include <qpdf/Pl_Flate.hh>
 #include <qpdf/QPDF.hh>
 #include <qpdf/QPDFExc.hh>
 #include <qpdf/QPDFObjectHandle.hh>
+#include <qpdf/QPDFStreamFilter.hh>
 #include <qpdf/QPDFWriter.hh>

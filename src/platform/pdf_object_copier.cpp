@@ -23,8 +23,13 @@ PDFObjectCopier::PDFObjectCopier(const PDFDocument::Internals& source, Pages pag
   }
 }
 
+std::uint64_t PDFObjectCopier::keyOf(PDFReference reference) {
+  return std::uint64_t{static_cast<std::uint32_t>(reference.number)} << 32 |
+         static_cast<std::uint32_t>(reference.generation);
+}
+
 int PDFObjectCopier::numberOf(PDFReference reference) {
-  const auto [found, isNew] = numbers_.try_emplace(reference.number, 0);
+  const auto [found, isNew] = numbers_.try_emplace(keyOf(reference), 0);
   if (!isNew) return found->second;
   if (pages_ == Pages::assigned && source_.pageTree.contains(reference.number)) return 0;
   found->second = writer_.reserve();
@@ -33,7 +38,7 @@ int PDFObjectCopier::numberOf(PDFReference reference) {
 }
 
 bool PDFObjectCopier::isCopied(QPDFObjGen object) const {
-  const auto found = numbers_.find(object.getObj());
+  const auto found = numbers_.find(keyOf({object.getObj(), object.getGen()}));
   return found != numbers_.end() && found->second != 0;
 }
 
@@ -56,15 +61,10 @@ void PDFObjectCopier::copy(PDFReference reference, int number) {
 }
 
 std::optional<std::int64_t> PDFObjectCopier::integerAt(PDFReference reference) const {
-  static const PDFRewriting asItIs{.numberOf = [](PDFReference) { return 0; },
-                                   .integerAt = [](PDFReference) { return std::nullopt; }};
-  std::string text;
-  if (source_.raw->scan(reference, asItIs, text)) {
-    std::int64_t value = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
-    if (error == std::errc() && end == text.data() + text.size()) return value;
-  }
-  return std::nullopt;
+  const std::string text = source_.raw->textOf(reference).value_or("");
+  std::int64_t value = 0;
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+  return error == std::errc() && end == text.data() + text.size() ? std::optional(value) : std::nullopt;
 }
 
 void PDFObjectCopier::copyBytes(std::int64_t offset, std::int64_t length) {

@@ -6,6 +6,7 @@
 
 #pragma once
 
+#include <cstdint>
 #include <deque>
 #include <functional>
 #include <string>
@@ -28,7 +29,7 @@ class PDFObjectCopier {
                   const PDFEncryption* encryption = nullptr);
 
   // From now on the object has this number, and the caller writes it; 0 leaves it out, and references to it are null.
-  void assign(QPDFObjGen object, int number) { numbers_[object.getObj()] = number; }
+  void assign(QPDFObjGen object, int number) { numbers_[keyOf({object.getObj(), object.getGen()})] = number; }
 
   // The number of the object in the new file: a new one at its first mention, when it is put in the queue.
   int numberOf(QPDFObjGen object) { return numberOf(PDFReference{object.getObj(), object.getGen()}); }
@@ -44,6 +45,7 @@ class PDFObjectCopier {
   void drain();
 
  private:
+  static std::uint64_t keyOf(PDFReference reference);
   int numberOf(PDFReference reference);
   void copy(PDFReference reference, int number);
   std::optional<std::int64_t> integerAt(PDFReference reference) const;
@@ -57,7 +59,8 @@ class PDFObjectCopier {
   PDFObjectWriter& writer_;
   const PDFEncryption* encryption_;
   PDFRewriting rewriting_;
-  std::unordered_map<int, int> numbers_;
+  // By reference: a number that was freed and taken again is another object under each of its generations.
+  std::unordered_map<std::uint64_t, int> numbers_;
   std::deque<std::pair<PDFReference, int>> queue_;
   std::string text_;  // of the object that is being copied
 };

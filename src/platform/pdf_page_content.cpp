@@ -46,18 +46,6 @@ bool canDecode(QPDFObjectHandle stream) {
   return isFiltered;
 }
 
-// The streams of a page, in order, where /Contents is one or an array of them.
-std::vector<QPDFObjectHandle> contentStreams(QPDFObjectHandle page) {
-  QPDFObjectHandle contents = page.getKey("/Contents");
-  if (contents.isStream()) return {contents};
-  std::vector<QPDFObjectHandle> streams;
-  if (!contents.isArray()) return streams;
-  for (QPDFObjectHandle item : contents.getArrayAsVector()) {
-    if (item.isStream()) streams.push_back(item);
-  }
-  return streams;
-}
-
 // Joins streams when the document is written, so that their content isn't held until then.
 class JoinedStreams final : public QPDFObjectHandle::StreamDataProvider {
  public:
@@ -94,19 +82,6 @@ QPDFObjectHandle joined(QPDF& document, const std::vector<QPDFObjectHandle>& str
   stream.replaceStreamData(std::make_shared<JoinedStreams>(streams), QPDFObjectHandle::newName("/FlateDecode"),
                            QPDFObjectHandle::newNull());
   return stream;
-}
-
-// The resources of a page, own or inherited, as an object that pages can share.
-QPDFObjectHandle sharedResources(QPDF& document, const QPDFObjectHandle& page) {
-  std::set<QPDFObjGen> seen;
-  for (QPDFObjectHandle node = page; node.isDictionary() && seen.insert(node.getObjGen()).second;
-       node = node.getKey("/Parent")) {
-    QPDFObjectHandle resources = node.getKey("/Resources");
-    if (!resources.isDictionary()) continue;
-    if (resources.isIndirect()) return resources;
-    return node.replaceKeyAndGetNew("/Resources", document.makeIndirectObject(resources));
-  }
-  return QPDFObjectHandle::newDictionary();
 }
 
 // A page is an isolated group whether or not its dictionary says so (ISO 32000-1, 11.4.7).
@@ -223,6 +198,29 @@ std::optional<std::string> wholeDecodedStream(QPDFObjectHandle stream, std::size
     return std::nullopt;
   }
   return buffer.take();
+}
+
+std::vector<QPDFObjectHandle> contentStreams(QPDFObjectHandle page) {
+  QPDFObjectHandle contents = page.getKey("/Contents");
+  if (contents.isStream()) return {contents};
+  std::vector<QPDFObjectHandle> streams;
+  if (!contents.isArray()) return streams;
+  for (QPDFObjectHandle item : contents.getArrayAsVector()) {
+    if (item.isStream()) streams.push_back(item);
+  }
+  return streams;
+}
+
+QPDFObjectHandle sharedResources(QPDF& document, const QPDFObjectHandle& page) {
+  std::set<QPDFObjGen> seen;
+  for (QPDFObjectHandle node = page; node.isDictionary() && seen.insert(node.getObjGen()).second;
+       node = node.getKey("/Parent")) {
+    QPDFObjectHandle resources = node.getKey("/Resources");
+    if (!resources.isDictionary()) continue;
+    if (resources.isIndirect()) return resources;
+    return node.replaceKeyAndGetNew("/Resources", document.makeIndirectObject(resources));
+  }
+  return QPDFObjectHandle::newDictionary();
 }
 
 std::string decodedContents(QPDFObjectHandle page) {

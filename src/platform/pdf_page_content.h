@@ -39,6 +39,12 @@ std::string decodedStream(QPDFObjectHandle stream, std::size_t mostBytes = mostC
 // All decoded bytes of a stream; nothing if it is damaged, has a coding that can't be undone here, or is larger.
 std::optional<std::string> wholeDecodedStream(QPDFObjectHandle stream, std::size_t mostBytes);
 
+// The streams of a page, in order, where /Contents is one or an array of them.
+std::vector<QPDFObjectHandle> contentStreams(QPDFObjectHandle page);
+
+// The resources of a page, own or inherited, as an object that pages can share.
+QPDFObjectHandle sharedResources(QPDF& document, const QPDFObjectHandle& page);
+
 // The page's content, its streams joined with line ends between them.
 std::string decodedContents(QPDFObjectHandle page);
 

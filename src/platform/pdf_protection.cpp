@@ -26,6 +26,7 @@ void PDFDocument::writeProtected(int descriptor, const std::string& password) co
   internals_->guarded(PDFError::Kind::writeFailed, [&] {
     if (isLocked()) throw PDFError(PDFError::Kind::writeFailed, "locked");
     QPDF& qpdf = *internals_->qpdf;
+    internals_->mend();
     const PDFEncryption encryption = newPDFEncryption(password);
     PDFObjectWriter writer(descriptor, &encryption);
     PDFObjectCopier copier(*internals_, PDFObjectCopier::Pages::all, writer, &encryption);

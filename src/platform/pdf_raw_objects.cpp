@@ -42,6 +42,11 @@ std::vector<std::pair<int, std::size_t>> readHead(std::string_view head, std::si
 PDFRawObjects::PDFRawObjects(QPDF& qpdf, PDFSource& source)
     : qpdf_(qpdf), source_(source), isEncrypted_(qpdf.isEncrypted()) {
   for (const auto& [name, entry] : qpdf.getXRefTable()) {
+    // A number that was freed and taken again is of a later generation, and what it named before is gone (7.5.4). The
+    // library keeps both.
+    if (const auto before = entries_.find(name.getObj()); before != entries_.end()) {
+      qpdf.replaceObject(name.getObj(), before->second.generation, QPDFObjectHandle::newNull());
+    }
     const bool isContained = entry.getType() == 2;
     entries_[name.getObj()] = {.generation = name.getGen(),
                                .offset = isContained ? entry.getObjStreamIndex() : entry.getOffset(),
@@ -66,6 +71,15 @@ std::optional<ScannedObject> PDFRawObjects::scan(PDFReference reference, const P
   const Entry& entry = found->second;
   return entry.container == 0 ? scanInFile(reference, entry.offset, rewriting, text)
                               : scanInContainer(reference, entry, rewriting, text);
+}
+
+std::optional<std::string> PDFRawObjects::textOf(PDFReference reference) {
+  static const PDFRewriting asItIs{.numberOf = [](PDFReference named) { return named.number; },
+                                   .integerAt = [](PDFReference) { return std::nullopt; },
+                                   .stringText = {}};
+  std::string text;
+  const auto object = scan(reference, asItIs, text);
+  return object && !object->isStream ? std::optional(std::move(text)) : std::nullopt;
 }
 
 std::optional<ScannedObject> PDFRawObjects::scanInFile(PDFReference reference, std::int64_t offset,

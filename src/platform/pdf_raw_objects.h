@@ -28,6 +28,10 @@ class PDFRawObjects {
   // "endstream".
   std::optional<ScannedObject> scan(PDFReference reference, const PDFRewriting& rewriting, std::string& text);
 
+  // The text of an object that is no stream, with its references as they are but for their generations; nothing where
+  // scan() says nothing.
+  std::optional<std::string> textOf(PDFReference reference);
+
   // `length` bytes of the file, fewer at its end. Holds until the next call of any member.
   std::string_view bytes(std::int64_t offset, std::size_t length);
 

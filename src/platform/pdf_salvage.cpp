@@ -14,6 +14,7 @@
 #include <utility>
 #include <vector>
 
+#include "platform/pdf_flate_filter.h"
 #include "platform/pdf_internal.h"
 
 namespace quirn::platform {
@@ -97,16 +98,15 @@ PDFDocument salvagedPDF(std::string bytes) {
   disableTrailers(bytes);
   // The library passes over an object at the very beginning.
   bytes = "%PDF-1.7\n" + bytes + catalogOf(found);
-  PDFDocument document;
-  PDFDocument::Internals& internals = document.internals();
-  internals.guarded(PDFError::Kind::unreadable, [&] {
-    auto qpdf = std::make_unique<QPDF>();
-    qpdf->setSuppressWarnings(true);
-    qpdf->processInputSource(std::make_shared<BufferInputSource>("salvaged", bytes));
-    internals.qpdf = std::move(qpdf);
-    internals.findPages();
+  auto internals = std::make_unique<PDFDocument::Internals>();
+  internals->guarded(PDFError::Kind::unreadable, [&] {
+    boundFlateStreams();
+    internals->qpdf = std::make_unique<QPDF>();
+    internals->qpdf->setSuppressWarnings(true);
+    internals->qpdf->processInputSource(std::make_shared<BufferInputSource>("salvaged", bytes));
+    internals->findPages();
   });
-  return document;
+  return PDFDocument(std::move(internals));
 }
 
 }  // namespace quirn::platform

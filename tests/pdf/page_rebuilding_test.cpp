@@ -48,6 +48,12 @@ std::string treeOf(const std::string& kids) {
   });
 }
 
+std::string repeated(const std::string& text, int count) {
+  std::string all;
+  for (int i = 0; i < count; ++i) all += text;
+  return all;
+}
+
 std::string deepTree(int levels) {
   return onePage([&](PDFBuilder& pdf, int catalog, int pages, int page) {
     pdf.set(catalog, fmt::format("<< /Type /Catalog /Pages {} 0 R >>", pages));
@@ -75,6 +81,25 @@ std::string replaced(std::string text, const std::string& what, const std::strin
   return text.replace(text.find(what), what.size(), with);
 }
 
+// An update takes the number of the second page's content for that of a third page.
+std::string withNumberTakenAgain() {
+  std::string file = pdfOfPages(2, "word");
+  const std::size_t before = file.rfind("xref\n0 ");
+  std::string table = "xref\n";
+  const auto add = [&](const std::string& name, const std::string& object) {
+    table += fmt::format("{} 1\n{:010} 0000{} n \n", name.front(), file.size(), name.back());
+    file += fmt::format("{} obj\n{}\nendobj\n", name, object);
+  };
+  add("2 0",
+      "<< /Type /Pages /Count 3 /Kids [5 0 R 7 0 R 8 0 R] /MediaBox [0 0 595 842] /Resources << /Font << /F 3 0 R >> "
+      ">> "
+      ">>");
+  add("6 1", "<< /Length 34 >>\nstream\nBT /F 24 Tf 72 700 Td (new) Tj ET \nendstream");
+  add("8 0", "<< /Type /Page /Parent 2 0 R /Contents 6 1 R /MediaBox [0 0 595 842] >>");
+  return fmt::format("{}{}trailer\n<< /Size 9 /Root 1 0 R /Prev {} >>\nstartxref\n{}\n%%EOF\n", file, table, before,
+                     file.size());
+}
+
 TEST(PageRebuilding, EndsSoundlyOnOddDocuments) {
   struct Row {
     std::string name;
@@ -99,6 +124,8 @@ TEST(PageRebuilding, EndsSoundlyOnOddDocuments) {
       {"a length that is wrong", replaced(plain, "/Length ", "/Length 9"), "word 1 |word 2 |"},
       {"a length that lies by far", replaced(plain, "/Length ", "/Length 99999999"), "word 1 |word 2 |"},
       {"nesting without end in a page", pdfOfPages(1, "word", "/Deep " + std::string(100'000, '[')), noPages},
+      {"a number that was taken again, and is still referred to as it was", withNumberTakenAgain(), "word 1 ||new |"},
+      {"a page that is listed without end", treeOf(repeated("{0} 0 R ", 50'000)), unreadable},
       {"no pages", pdfOfPages(0), noPages},
       {"a catalog without a tree", replaced(plain, "/Pages 2 0 R", "/Nothing 1"), noPages},
       {"no PDF at all", "<html>\n<body>not a PDF</body>\n</html>\n", unreadable},

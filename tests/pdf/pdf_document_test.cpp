@@ -8,6 +8,7 @@
 
 #include "platform/file_descriptor.h"
 #include "platform/pdf_assembly.h"
+#include "platform/pdf_screen_image.h"
 #include "support/pdf_builder.h"
 #include "support/temporary_folder.h"
 
@@ -57,6 +58,18 @@ TEST(PDFDocument, SaysWhichFileSystemFailed) {
   const PDFDocument document = opened(folder.file("x.pdf", pdfOfPages(1)));
   const platform::FileDescriptor full(::open("/dev/full", O_WRONLY | O_CLOEXEC));
   EXPECT_EQ(kindOf([&] { document.write(full.number()); }), PDFError::Kind::writeFailed);
+}
+
+// A few bytes that expand to more than any honest table of objects.
+TEST(PDFDocument, RefusesTablesThatExpandWithoutEnd) {
+  const TemporaryFolder folder;
+  PDFBuilder pdf;
+  const int catalog = pdf.reserve();
+  const int blanks = pdf.addStream("/Filter /FlateDecode", platform::deflated(std::string(std::size_t{32} << 20, ' ')));
+  pdf.set(catalog,
+          fmt::format("<< /Type /Catalog /Pages << /Type /Pages /Kids [] /Count 0 >> /Metadata {} 0 R >>", blanks));
+  PDFDocument document = opened(folder.file("x.pdf", pdf.file(catalog)));
+  EXPECT_EQ(kindOf([&] { document.setAttributes({}); }), PDFError::Kind::tooLarge);
 }
 
 TEST(PDFDocument, KnowsBoxesAndRotations) {
