@@ -125,6 +125,8 @@ class RunCommand {
     const Run reading = runner.configure(type_, inputs, context,
                                          [&](std::unique_ptr<OperationConfig> read) { config = std::move(read); });
     waitFor(*context, [&config] { return config.has_value(); });
+    // Settings may have been read all the same.
+    context->checkCancellation();
     if (*config == nullptr) throw CancellationError();
     config_ = std::move(*config);
     apply(arguments_.settings, type_, *config_);

@@ -117,7 +117,7 @@ TEST(GroupedRun, EndsAsItWouldInProcess) {
     std::filesystem::remove(files[33].url);
     const auto context = std::make_shared<LocalContext>(std::ssize(files), folder.path() / "out");
     Ran ran = runIn(box, OperationType::of<DecoderOperation>().placedIn(placement, "hostile"), files, context);
-    ran.status.clear();  // of the file that happened to be the last
+    ran.status.clear();                         // of the file that happened to be the last
     ran.summary.resize(ran.summary.find(':'));  // behind it, names in the order in which files happened to end
     return ran;
   };
