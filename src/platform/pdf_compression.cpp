@@ -4,13 +4,16 @@
 #include "platform/pdf_compression.h"
 
 #include <algorithm>
+#include <deque>
+#include <functional>
 #include <map>
 #include <optional>
 #include <string>
 #include <utility>
+#include <variant>
 #include <vector>
 
-#include "platform/ordered_work.h"
+#include "platform/ordered_tasks.h"
 #include "platform/pdf_image_source.h"
 #include "platform/pdf_image_uses.h"
 #include "platform/pdf_internal.h"
@@ -50,11 +53,17 @@ class Compression {
   void packPicture(Object image, PDFStoredImage stored);
   void packStream(Object stream);
 
+  // What becomes of a stream: a picture if it is to be replaced, or other content.
+  using Packed = std::variant<std::optional<PDFScreenImage>, std::string>;
+  void begin(Object stream, std::function<Packed()> work);
+  void takeOldest();
+
   PDFDocument::Internals& internals_;
   const std::stop_token& stop_;
   PDFImageUses uses_;
   std::map<QPDFObjGen, PDFPixelSize> masks_;  // soft masks, and how large they are needed
-  OrderedWork work_;
+  std::deque<Object> pending_;                // whose results come next
+  OrderedTasks<Packed> results_;
 };
 
 void Compression::run() {
@@ -66,7 +75,29 @@ void Compression::run() {
     if (stop_.stop_requested()) return;
     if (object.isStream()) pack(object);
   }
-  work_.finish();
+  while (!results_.isEmpty()) takeOldest();
+}
+
+void Compression::begin(Object stream, std::function<Packed()> work) {
+  const auto most = static_cast<std::size_t>(activeProcessorCount()) + 1;
+  while (results_.size() >= most) takeOldest();
+  pending_.push_back(std::move(stream));
+  results_.begin(std::move(work));
+}
+
+void Compression::takeOldest() {
+  Object stream = std::move(pending_.front());
+  pending_.pop_front();
+  const Packed packed = results_.next();
+  if (const auto* picture = std::get_if<std::optional<PDFScreenImage>>(&packed)) {
+    if (*picture) replacePicture(stream, **picture);
+    return;
+  }
+  long long stored = 0;
+  stream.getDict().getKey("/Length").getValueAsInt(stored);
+  const auto& content = std::get<std::string>(packed);
+  if (std::cmp_less(content.size(), stored))
+    stream.replaceStreamData(content, Object::newName("/FlateDecode"), Object::newNull());
 }
 
 void Compression::findUses() {
@@ -101,25 +132,16 @@ void Compression::packPicture(Object image, PDFStoredImage stored) {
   const auto mask = masks_.find(image.getObjGen());
   const bool isMask = mask != masks_.end();
   const PDFPixelSize most = isMask ? mask->second : mostPixels(uses_, image);
-  work_.add([stored = std::move(stored), most,
-             isMask] { return isMask ? screenMask(stored, most) : screenImage(stored, most); },
-            [image](const std::optional<PDFScreenImage>& picture) {
-              if (picture) replacePicture(image, *picture);
-            });
+  begin(image, [stored = std::move(stored), most, isMask]() -> Packed {
+    return isMask ? screenMask(stored, most) : screenImage(stored, most);
+  });
 }
 
 void Compression::packStream(Object stream) {
   // Programs look for the metadata in files that they don't understand otherwise.
   if (stream.getDict().getKey("/Type").isNameAndEquals("/Metadata")) return;
-  long long stored = 0;
-  stream.getDict().getKey("/Length").getValueAsInt(stored);
-  auto decoded = wholeDecodedStream(stream, largestRepacked);
-  if (!decoded) return;
-  work_.add([decoded = std::move(*decoded)] { return deflated(decoded); },
-            [stream, stored](const std::string& packed) {
-              if (std::cmp_less(packed.size(), stored))
-                Object(stream).replaceStreamData(packed, Object::newName("/FlateDecode"), Object::newNull());
-            });
+  if (auto decoded = wholeDecodedStream(stream, largestRepacked))
+    begin(stream, [decoded = std::move(*decoded)]() -> Packed { return deflated(decoded); });
 }
 
 }  // namespace

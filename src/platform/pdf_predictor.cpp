@@ -133,7 +133,7 @@ void PDFPredictedRows::undoSmallTIFF() {
     unsigned char& byte = row_[i * bits / 8];
     const std::size_t shift = 8 - bits - i * bits % 8;
     unsigned& last = before[i % colors];
-    last = ((byte >> shift) + last) & mask;
+    last = ((unsigned{byte} >> shift) + last) & mask;
     byte = static_cast<unsigned char>((byte & ~(mask << shift)) | last << shift);
   }
 }
