@@ -16,7 +16,7 @@ namespace quirn::platform {
 inline constexpr double screenPixelsPerInch = 150;
 
 // Changes the document; writeCompressed() then writes it. Pictures that would grow are left as they are, and so are
-// masks of one bit, colours that JPEG has no place for, and codings that can't be undone here (JPEG 2000, JBIG2, fax).
+// masks of one bit, colours that JPEG has no place for, and codings that can't be undone here (JBIG2, fax).
 // Uses all processors. Ends early when a stop is requested. Throws PDFError.
 void compressForScreen(PDFDocument& document, const std::stop_token& stop);
 

@@ -9,6 +9,7 @@
 #include <utility>
 #include <vector>
 
+#include "platform/pdf_jpx.h"
 #include "platform/pdf_page_content.h"
 
 namespace quirn::platform {
@@ -70,6 +71,10 @@ bool isJPEG(Object filter) {
   return filter.isNameAndEquals("/DCTDecode") || filter.isNameAndEquals("/DCT");
 }
 
+bool isJPX(Object filter) {
+  return filter.isNameAndEquals("/JPXDecode");
+}
+
 std::string rawBytes(Object stream) {
   const auto data = stream.getRawStreamData();
   return {reinterpret_cast<const char*>(data->getBuffer()), data->getSize()};
@@ -82,8 +87,8 @@ bool statesTransform(Object dictionary) {
   });
 }
 
-// The JPEG file within other codings.
-std::optional<std::string> jpegBytes(Object image, std::vector<Object> filters) {
+// The file of the innermost coding, with the others undone.
+std::optional<std::string> innerBytes(Object image, std::vector<Object> filters) {
   if (filters.size() == 1) return rawBytes(image);
   filters.pop_back();
   std::vector<Object> parameters = listOf(image.getDict().getKey("/DecodeParms"));
@@ -92,6 +97,21 @@ std::optional<std::string> jpegBytes(Object image, std::vector<Object> filters) 
   outer.getDict().replaceKey("/Filter", Object::newArray(filters));
   outer.getDict().replaceKey("/DecodeParms", Object::newArray(parameters));
   return wholeDecodedStream(outer, mostPictureSamples);
+}
+
+// The same of JPEG 2000, which may be what knows the colours.
+std::optional<PDFStoredImage> jpxImage(Object image, const std::vector<Object>& filters, long long stored) {
+  auto bytes = innerBytes(image, filters);
+  const auto header = bytes ? jpxHeader(*bytes) : std::nullopt;
+  if (!header) return std::nullopt;
+  Object space = image.getDict().getKey("/ColorSpace");
+  if (!space.isNull() && componentsOf(space) != header->components) return std::nullopt;
+  return PDFStoredImage{.coding = PDFStoredImage::Coding::jpx,
+                        .bytes = std::move(*bytes),
+                        .storedBytes = static_cast<std::size_t>(stored),
+                        .size = header->size,
+                        .components = header->components,
+                        .colors = space.isNull() ? JPXColors::ofFile : JPXColors::ofDocument};
 }
 
 // What the dictionary says; nothing unless all of it is plain.
@@ -126,14 +146,15 @@ std::optional<PDFStoredImage> storedImage(Object image) {
   long long stored = 0;
   dictionary.getKey("/Length").getValueAsInt(stored);
   if (hasOwnMeaning(dictionary) || std::cmp_less(stored, leastStored)) return std::nullopt;
+  const std::vector<Object> filters = listOf(dictionary.getKey("/Filter"));
+  if (!filters.empty() && isJPX(filters.back())) return jpxImage(image, filters, stored);
   auto result = describedImage(dictionary);
   if (!result) return std::nullopt;
   result->storedBytes = static_cast<std::size_t>(stored);
-  const std::vector<Object> filters = listOf(dictionary.getKey("/Filter"));
   const bool isCodedAsJPEG = !filters.empty() && isJPEG(filters.back());
   if (isCodedAsJPEG && (!result->palette.empty() || result->bitsPerComponent != 8 || statesTransform(dictionary)))
     return std::nullopt;
-  auto bytes = isCodedAsJPEG ? jpegBytes(image, filters) : wholeDecodedStream(image, mostPictureSamples * 2);
+  auto bytes = isCodedAsJPEG ? innerBytes(image, filters) : wholeDecodedStream(image, mostPictureSamples * 2);
   if (!bytes) return std::nullopt;
   result->coding = isCodedAsJPEG ? PDFStoredImage::Coding::jpeg : PDFStoredImage::Coding::samples;
   result->bytes = std::move(*bytes);
@@ -149,6 +170,8 @@ void replacePicture(Object image, const PDFScreenImage& picture) {
   dictionary.replaceKey("/BitsPerComponent", Object::newInteger(static_cast<long long>(picture.bitsPerComponent)));
   Object space = dictionary.getKey("/ColorSpace");
   const bool isIndexed = space.isArray() && space.getArrayItem(0).isNameAndEquals("/Indexed");
+  if (space.isNull())
+    dictionary.replaceKey("/ColorSpace", Object::newName(picture.components == 1 ? "/DeviceGray" : "/DeviceRGB"));
   if (isNowJPEG && isIndexed) dictionary.replaceKey("/ColorSpace", space.getArrayItem(1));
   // Other forms of the picture, for other media.
   dictionary.removeKey("/Alternates");

@@ -78,7 +78,8 @@ std::optional<PDFSamples> unpacked(const PDFStoredImage& image) {
 
 std::optional<PDFSamples> decoded(const PDFStoredImage& image, PDFPixelSize least) {
   if (image.coding == PDFStoredImage::Coding::samples) return unpacked(image);
-  auto samples = decodedJPEG(image.bytes, image.size, least);
+  const bool isJPX = image.coding == PDFStoredImage::Coding::jpx;
+  auto samples = isJPX ? decodedJPX(image.bytes, least, image.colors) : decodedJPEG(image.bytes, image.size, least);
   // A colour space that says otherwise makes no picture.
   return samples && samples->components == image.components ? samples : std::nullopt;
 }
@@ -96,17 +97,18 @@ std::optional<PDFReducedJPEG> coded(const PDFStoredImage& image, PDFPixelSize mo
 std::optional<PDFScreenImage> asJPEG(const PDFStoredImage& image, PDFPixelSize most) {
   auto result = coded(image, most);
   if (!result) return std::nullopt;
-  const bool isSecondCoding = image.coding == PDFStoredImage::Coding::jpeg && result->size == image.size;
+  const bool isSecondCoding = image.coding != PDFStoredImage::Coding::samples && result->size == image.size;
   const double gain = isSecondCoding ? leastGainOfJPEG : 1;
   if (static_cast<double>(result->jpeg.size()) >= static_cast<double>(image.storedBytes) * gain) return std::nullopt;
-  return PDFScreenImage{PDFScreenImage::Coding::jpeg, std::move(result->jpeg), result->size, 8};
+  return PDFScreenImage{PDFScreenImage::Coding::jpeg, std::move(result->jpeg), result->size, 8, image.components};
 }
 
 std::optional<PDFScreenImage> asDeflated(const PDFStoredImage& image) {
   if (image.coding != PDFStoredImage::Coding::samples) return std::nullopt;
   std::string bytes = deflated(image.bytes);
   if (bytes.size() >= image.storedBytes) return std::nullopt;
-  return PDFScreenImage{PDFScreenImage::Coding::deflated, std::move(bytes), image.size, image.bitsPerComponent};
+  return PDFScreenImage{PDFScreenImage::Coding::deflated, std::move(bytes), image.size, image.bitsPerComponent,
+                        image.components};
 }
 
 }  // namespace
@@ -124,7 +126,7 @@ std::optional<PDFScreenImage> screenMask(const PDFStoredImage& mask, PDFPixelSiz
   if (!samples) return std::nullopt;
   std::string bytes = deflated(reduced(std::move(*samples), size).bytes);
   if (bytes.size() >= mask.storedBytes) return std::nullopt;
-  return PDFScreenImage{PDFScreenImage::Coding::deflated, std::move(bytes), size, 8};
+  return PDFScreenImage{PDFScreenImage::Coding::deflated, std::move(bytes), size, 8, mask.components};
 }
 
 std::string deflated(std::string_view bytes) {

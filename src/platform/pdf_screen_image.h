@@ -11,12 +11,13 @@
 #include <string>
 
 #include "platform/pdf_jpeg.h"
+#include "platform/pdf_jpx.h"
 
 namespace quirn::platform {
 
 // A picture as it is stored.
 struct PDFStoredImage {
-  enum class Coding { jpeg, samples };
+  enum class Coding { jpeg, jpx, samples };
 
   Coding coding = Coding::samples;
   std::string bytes;            // with every coding but `coding` undone
@@ -26,6 +27,7 @@ struct PDFStoredImage {
   std::size_t bitsPerComponent = 8;  // 2, 4, 8 or 16
   // Of an indexed picture, the colours of 8-bit samples, `components` bytes each; its samples are one to a pixel.
   std::string palette;
+  JPXColors colors = JPXColors::ofDocument;
 };
 
 struct PDFScreenImage {
@@ -35,6 +37,7 @@ struct PDFScreenImage {
   std::string bytes;
   PDFPixelSize size;
   std::size_t bitsPerComponent = 8;
+  std::size_t components = 0;
 };
 
 // The picture as JPEG, at most `most` pixels large; a palette is gone then. Where that would be no smaller, its samples

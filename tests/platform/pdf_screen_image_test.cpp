@@ -7,6 +7,8 @@
 
 #include <string>
 
+#include "platform/base64.h"
+
 namespace quirn::platform {
 namespace {
 
@@ -128,6 +130,40 @@ TEST(PDFScreenImage, AMaskIsReducedWithoutLoss) {
   ASSERT_TRUE(screen);
   EXPECT_EQ(screen->coding, PDFScreenImage::Coding::deflated);
   EXPECT_EQ(screen->bytes, deflated(std::string("\0\0\xFF\xFF", 4)));
+}
+
+// Four by two pixels, (30 i, 255 - 30 i, 100) for i from 0 on, as OpenJPEG 2.5 writes them without loss.
+std::string fourByTwo() {
+  return *base64Decoded(
+      "AAAADGpQICANCocKAAAAFGZ0eXBqcDIgAAAAAGpwMiAAAAAtanAyaAAAABZpaGRyAAAAAgAAAAQAAwcHAAAAAAAPY29scgEAAAAA"
+      "ABAAAACpanAyY/9P/1EALwAAAAAABAAAAAIAAAAAAAAAAAAAAAQAAAACAAAAAAAAAAAAAwcBAQcBAQcBAf9SAAwAAAABAQAEBAAB"
+      "/1wABEBA/2QAJQABQ3JlYXRlZCBieSBPcGVuSlBFRyB2ZXJzaW9uIDIuNS4w/5AACgAAAAAAMQAB/5PD5w4DkLvItSkp34BIB8lC"
+      "USFsi2PG34BQBoDDXfeuc5gOv//Z",
+      Base64Alphabet::standard);
+}
+
+TEST(PDFScreenImage, ReadsJPEG2000) {
+  const auto samples = decodedJPX(fourByTwo(), {4, 2}, JPXColors::ofFile);
+  ASSERT_TRUE(samples);
+  EXPECT_EQ(samples->size, (PDFPixelSize{4, 2}));
+  std::string expected;
+  for (int i = 0; i < 8; ++i) expected += {static_cast<char>(30 * i), static_cast<char>(255 - 30 * i), 100};
+  EXPECT_EQ(samples->bytes, expected);
+}
+
+TEST(PDFScreenImage, LeavesJPEG2000AloneThatIsDamagedOrLies) {
+  const std::string whole = fourByTwo();
+  for (std::size_t size = 0; size + 2 < whole.size(); ++size)
+    EXPECT_FALSE(decodedJPX(whole.substr(0, size), {1, 1}, JPXColors::ofDocument)) << size;
+  constexpr std::size_t width = 0x5D;  // of the codestream, four bytes
+  std::string lying = whole;
+  for (const char byte : {'\x7F', '\x01'}) {
+    lying[width] = byte;
+    EXPECT_FALSE(decodedJPX(lying, {1, 1}, JPXColors::ofDocument)) << int{byte};
+  }
+  std::string otherColors = whole;
+  otherColors[0x4C] = 18;  // brightness and two differences, instead of 16
+  EXPECT_FALSE(decodedJPX(otherColors, {1, 1}, JPXColors::ofFile));
 }
 
 }  // namespace
