@@ -10,7 +10,8 @@ set -euo pipefail
 here=$(dirname -- "$(readlink -f -- "${BASH_SOURCE[0]}")")
 quirn=${QUIRN:?run ./dev bench archive}
 inputs=$here/../build/bench/archive
-scratch=$(mktemp -d -p "$here/../build")
+# On a disk, or in memory, where no file system has its say.
+scratch=$(mktemp -d -p "${SCRATCH:-$here/../build}")
 trap 'rm -rf -- "$scratch"' EXIT
 rounds=${ROUNDS:-3}
 
