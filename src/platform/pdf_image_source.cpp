@@ -18,7 +18,7 @@ namespace {
 using Object = QPDFObjectHandle;
 
 constexpr std::size_t leastStored = 1024;  // bytes
-constexpr long long longestJPEGSide = 65'500;
+constexpr std::size_t longestJPEGSide = 65'500;
 
 // How a colour space lays out its samples; no components where JPEG has no place for it.
 struct Layout {
@@ -71,8 +71,9 @@ bool isJPEG(Object filter) {
   return filter.isNameAndEquals("/DCTDecode") || filter.isNameAndEquals("/DCT");
 }
 
-bool isJPX(Object filter) {
-  return filter.isNameAndEquals("/JPXDecode");
+bool isCodedAsJPX(Object image) {
+  std::vector<Object> filters = listOf(image.getDict().getKey("/Filter"));
+  return !filters.empty() && filters.back().isNameAndEquals("/JPXDecode");
 }
 
 std::string rawBytes(Object stream) {
@@ -103,7 +104,7 @@ std::optional<std::string> innerBytes(Object image, std::vector<Object> filters)
 std::optional<PDFStoredImage> jpxImage(Object image, const std::vector<Object>& filters, long long stored) {
   auto bytes = innerBytes(image, filters);
   const auto header = bytes ? jpxHeader(*bytes) : std::nullopt;
-  if (!header) return std::nullopt;
+  if (!header || header->size.width > longestJPEGSide || header->size.height > longestJPEGSide) return std::nullopt;
   Object space = image.getDict().getKey("/ColorSpace");
   if (!space.isNull() && componentsOf(space) != header->components) return std::nullopt;
   return PDFStoredImage{.coding = PDFStoredImage::Coding::jpx,
@@ -122,7 +123,8 @@ std::optional<PDFStoredImage> describedImage(Object dictionary) {
   dictionary.getKey("/Width").getValueAsInt(width);
   dictionary.getKey("/Height").getValueAsInt(height);
   dictionary.getKey("/BitsPerComponent").getValueAsInt(bits);
-  if (width < 1 || height < 1 || width > longestJPEGSide || height > longestJPEGSide) return std::nullopt;
+  const auto isSide = [](long long side) { return side >= 1 && std::cmp_less_equal(side, longestJPEGSide); };
+  if (!isSide(width) || !isSide(height)) return std::nullopt;
   if (bits != 2 && bits != 4 && bits != 8 && bits != 16) return std::nullopt;
   Layout layout = layoutOf(dictionary.getKey("/ColorSpace"));
   if (layout.components == 0 || (!layout.palette.empty() && (bits == 16 || dictionary.hasKey("/Decode"))))
@@ -147,7 +149,7 @@ std::optional<PDFStoredImage> storedImage(Object image) {
   dictionary.getKey("/Length").getValueAsInt(stored);
   if (hasOwnMeaning(dictionary) || std::cmp_less(stored, leastStored)) return std::nullopt;
   const std::vector<Object> filters = listOf(dictionary.getKey("/Filter"));
-  if (!filters.empty() && isJPX(filters.back())) return jpxImage(image, filters, stored);
+  if (isCodedAsJPX(image)) return jpxImage(image, filters, stored);
   auto result = describedImage(dictionary);
   if (!result) return std::nullopt;
   result->storedBytes = static_cast<std::size_t>(stored);
@@ -163,6 +165,7 @@ std::optional<PDFStoredImage> storedImage(Object image) {
 
 void replacePicture(Object image, const PDFScreenImage& picture) {
   const bool isNowJPEG = picture.coding == PDFScreenImage::Coding::jpeg;
+  const bool wasJPX = isCodedAsJPX(image);
   image.replaceStreamData(picture.bytes, Object::newName(isNowJPEG ? "/DCTDecode" : "/FlateDecode"), Object::newNull());
   Object dictionary = image.getDict();
   dictionary.replaceKey("/Width", Object::newInteger(static_cast<long long>(picture.size.width)));
@@ -173,6 +176,8 @@ void replacePicture(Object image, const PDFScreenImage& picture) {
   if (space.isNull())
     dictionary.replaceKey("/ColorSpace", Object::newName(picture.components == 1 ? "/DeviceGray" : "/DeviceRGB"));
   if (isNowJPEG && isIndexed) dictionary.replaceKey("/ColorSpace", space.getArrayItem(1));
+  // JPEG 2000 takes no notice of it (ISO 32000-1, 7.4.9), as all others do.
+  if (wasJPX) dictionary.removeKey("/Decode");
   // Other forms of the picture, for other media.
   dictionary.removeKey("/Alternates");
 }

@@ -20,7 +20,7 @@ constexpr std::size_t mostSamples = std::size_t{1} << 26;
 constexpr unsigned mostBits = 16;
 constexpr std::string_view containerBegin("\0\0\0\x0CjP  ", 8);
 
-struct Freeing {
+struct ImageFreeing {
   void operator()(opj_image_t* image) const { opj_image_destroy(image); }
 };
 // The library has one type for both.
@@ -133,7 +133,7 @@ class Decoder {
   Cursor cursor_;
   std::unique_ptr<opj_stream_t, StreamFreeing> stream_;
   std::unique_ptr<opj_codec_t, CodecFreeing> codec_;
-  std::unique_ptr<opj_image_t, Freeing> image_;
+  std::unique_ptr<opj_image_t, ImageFreeing> image_;
 };
 
 }  // namespace

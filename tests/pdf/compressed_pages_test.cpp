@@ -9,6 +9,7 @@
 #include <sstream>
 
 #include "pdf/pdf_runs.h"
+#include "support/jpx_picture.h"
 #include "support/pdf_builder.h"
 
 namespace quirn::tests {
@@ -154,6 +155,18 @@ TEST(CompressedPages, HavePicturesForTheScreen) {
     EXPECT_EQ(picturesIn(runs / "report (compressed).pdf"), row.result) << row.sentence;
     EXPECT_EQ(complaintsAbout(runs / "report (compressed).pdf"), "") << row.sentence;
   }
+}
+
+TEST(CompressedPages, SayNothingOfJPEG2000ThatIsGone) {
+  const PDFRuns runs;
+  // Behind the picture, a box that holds nothing: smaller ones are left alone.
+  const std::string jpx = fourByTwoJPX() + std::string("\0\0\x10\0free", 8) + std::string(0x1000 - 8, '\0');
+  const Picture picture{"/Width 4 /Height 2 /Filter /JPXDecode /Decode [1 0 1 0 1 0]", jpx};
+  const fs::path file = runs.file("report.pdf", pageOf({picture}, "36 0 0 36 0 0 cm /I0 Do"));
+  EXPECT_EQ(outcomeOf(runs.run("pdf.compress", {file})), "report (compressed).pdf");
+  const fs::path result = runs / "report (compressed).pdf";
+  EXPECT_EQ(picturesIn(result), "image 4x2 rgb jpeg; ");
+  EXPECT_THAT(contentOf(result), testing::Not(testing::HasSubstr("/Decode ")));
 }
 
 TEST(CompressedPages, KeepTheirProtection) {

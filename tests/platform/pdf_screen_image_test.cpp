@@ -7,7 +7,7 @@
 
 #include <string>
 
-#include "platform/base64.h"
+#include "support/jpx_picture.h"
 
 namespace quirn::platform {
 namespace {
@@ -132,18 +132,8 @@ TEST(PDFScreenImage, AMaskIsReducedWithoutLoss) {
   EXPECT_EQ(screen->bytes, deflated(std::string("\0\0\xFF\xFF", 4)));
 }
 
-// Four by two pixels, (30 i, 255 - 30 i, 100) for i from 0 on, as OpenJPEG 2.5 writes them without loss.
-std::string fourByTwo() {
-  return *base64Decoded(
-      "AAAADGpQICANCocKAAAAFGZ0eXBqcDIgAAAAAGpwMiAAAAAtanAyaAAAABZpaGRyAAAAAgAAAAQAAwcHAAAAAAAPY29scgEAAAAA"
-      "ABAAAACpanAyY/9P/1EALwAAAAAABAAAAAIAAAAAAAAAAAAAAAQAAAACAAAAAAAAAAAAAwcBAQcBAQcBAf9SAAwAAAABAQAEBAAB"
-      "/1wABEBA/2QAJQABQ3JlYXRlZCBieSBPcGVuSlBFRyB2ZXJzaW9uIDIuNS4w/5AACgAAAAAAMQAB/5PD5w4DkLvItSkp34BIB8lC"
-      "USFsi2PG34BQBoDDXfeuc5gOv//Z",
-      Base64Alphabet::standard);
-}
-
 TEST(PDFScreenImage, ReadsJPEG2000) {
-  const auto samples = decodedJPX(fourByTwo(), {4, 2}, JPXColors::ofFile);
+  const auto samples = decodedJPX(tests::fourByTwoJPX(), {4, 2}, JPXColors::ofFile);
   ASSERT_TRUE(samples);
   EXPECT_EQ(samples->size, (PDFPixelSize{4, 2}));
   std::string expected;
@@ -152,7 +142,7 @@ TEST(PDFScreenImage, ReadsJPEG2000) {
 }
 
 TEST(PDFScreenImage, LeavesJPEG2000AloneThatIsDamagedOrLies) {
-  const std::string whole = fourByTwo();
+  const std::string whole = tests::fourByTwoJPX();
   for (std::size_t size = 0; size + 2 < whole.size(); ++size)
     EXPECT_FALSE(decodedJPX(whole.substr(0, size), {1, 1}, JPXColors::ofDocument)) << size;
   constexpr std::size_t width = 0x5D;  // of the codestream, four bytes
