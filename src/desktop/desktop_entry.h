@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: Quirn contributors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-// What the desktop's launcher reads: the entry with its types and actions (freedesktop.org's Desktop Entry
-// Specification), and the service by which the session bus starts Quirn.
+// What the desktop's launcher reads: the entry with its types and actions, as in freedesktop.org's
+// Desktop Entry Specification, and the service by which the session bus starts Quirn.
 
 #pragma once
 

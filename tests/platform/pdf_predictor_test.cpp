@@ -14,7 +14,7 @@ struct Row {
   const char* sentence;
   const char* parameters;
   std::vector<unsigned char> stored;
-  std::vector<unsigned char> samples;  // by hand, after RFC 2083 and the TIFF 6.0 specification
+  std::vector<unsigned char> samples;  // by hand, after RFC 2083 and TIFF 6.0, section 14
 };
 
 const Row rows[] = {
